@@ -1,0 +1,53 @@
+// The one error type that crosses the house's boundaries.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace korvane {
+
+// Numbers that the core itself raises; a host adds its own. They are the
+// numbers of the host's automation language, so that one log reads alike
+// whoever failed.
+enum ErrorNumber : int {
+    kErrorInvalidCall = 5,      // a slice or jump outside a text
+    kErrorOverflow = 6,         // a number too large for a 32-bit whole number
+    kErrorOutOfStack = 28,      // a formula nested too deeply, or in too many parts
+    kErrorTypeMismatch = 13,    // a text without a numeric or Boolean reading
+    kErrorObjectMissing = 91,   // an object that the host did not have
+    kErrorApplication = 1004,   // the host's general failure of a call
+    kErrorObjectGone = -2147417848,  // the host object lives no more (closed document, lost host)
+};
+
+// An ordinary failure: a number and a description, as a host raises it. A
+// failing host call throws exactly this type and nothing else, and so do the
+// core's own procedures; each binding translates its native errors once, where
+// the call crosses over.
+class Error : public std::exception {
+public:
+    Error(int number, std::u16string description);
+
+    int number() const { return number_; }
+    const std::u16string& description() const { return description_; }
+    // The description in UTF-8, for diagnostics.
+    const char* what() const noexcept override { return utf8_.c_str(); }
+
+private:
+    int number_;
+    std::u16string description_;
+    std::string utf8_;
+};
+
+// Where procedures report a failure that ends them. The reporter must not
+// throw. `isEntryPoint` is true where a user's action enters the system.
+class ErrorReporter {
+public:
+    virtual ~ErrorReporter() = default;
+    // `module` and `procedure` name the code that failed ("CElement",
+    // "bInitRoot"); `error` is the failure with that procedure's name already
+    // appended to its description.
+    virtual void Report(const char16_t* module, const char16_t* procedure, const Error& error,
+                        bool isEntryPoint) = 0;
+};
+
+}  // namespace korvane
