@@ -133,11 +133,9 @@ std::u16string AreaText(const Area& area, bool rowAbsolute, bool columnAbsolute)
         for (const char digit : std::to_string(number)) text += static_cast<char16_t>(digit);
         return text;
     };
-    if (area.IsWholeRows() && !area.IsWholeColumns()) return row(area.top) + u":" + row(area.bottom);
-    if (area.IsWholeColumns() && !area.IsWholeRows()) {
-        return column(area.left) + u":" + column(area.right);
-    }
-    if (area.IsWholeRows()) return row(area.top) + u":" + row(area.bottom);  // all cells: 1:1048576
+    // All cells of a sheet are written as rows.
+    if (area.IsWholeRows()) return row(area.top) + u":" + row(area.bottom);
+    if (area.IsWholeColumns()) return column(area.left) + u":" + column(area.right);
     std::u16string text = column(area.left) + row(area.top);
     if (!area.IsCell()) text += u":" + column(area.right) + row(area.bottom);
     return text;
