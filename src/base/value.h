@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -33,6 +34,13 @@ enum class ErrorCode : int {
     kNum = 2036,
     kNA = 2042,
 };
+
+// The error's name as the host displays it ("#N/A"), "#ERROR!" for a number that
+// is none of the above.
+std::u16string ErrorName(ErrorCode code);
+
+// Whether `text` is exactly one of the eight names that ErrorName gives.
+bool IsErrorName(std::u16string_view text);
 
 struct Array;
 

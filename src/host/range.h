@@ -55,8 +55,8 @@ public:
     virtual std::u16string Address(const AddressForm& form) = 0;
     // The sheet that holds the range.
     virtual WorksheetPtr Worksheet() = 0;
-    // The defined name that refers to exactly this range. Raises when there is
-    // none.
+    // The defined name that refers to exactly this range; null when there is
+    // none, the usual case. (The object model raises then.)
     virtual NamePtr Name() = 0;
 
     // The whole rows or columns of the range; callers ask for their Hidden.

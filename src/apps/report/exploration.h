@@ -12,6 +12,8 @@
 
 namespace korvane {
 
+class CElement;
+
 // One part of the formula; the members are those of CElement.
 struct PartReport {
     std::u16string name;
@@ -40,6 +42,9 @@ struct ExplorationReport {
     std::vector<std::u16string> log;  // "module.procedure: description"
     std::optional<PartReport> tree;   // only when ok
 };
+
+// An element and everything below it. Raises when the host fails.
+PartReport PartOf(const CElement& element);
 
 // Explores `cell` (one cell) in the given modes. Never throws korvane::Error: a
 // failure ends in `ok` false and a line of `log`. The host's calculation state

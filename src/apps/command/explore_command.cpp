@@ -1,0 +1,129 @@
+#include "apps/command/explore_command.h"
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <sys/stat.h>
+
+#include "apps/command/open_workbook.h"
+#include "apps/command/scripted_document.h"
+#include "apps/command/tree_printer.h"
+#include "apps/report/exploration_json.h"
+#include "base/text.h"
+#include "bindings/scripted/load_document.h"
+
+namespace korvane::command {
+namespace {
+
+// Prints reports one after the other, and keeps count of failures.
+class Output {
+public:
+    explicit Output(bool json) : json_(json), style_(DetectStyle()) {}
+
+    void Print(const ExplorationReport& report) {
+        if (json_) {
+            Write(ToJson(report).dump() + "\n");
+        } else {
+            Write((first_ ? "" : "\n") + PrintReport(report, style_));
+        }
+        first_ = false;
+        if (report.ok) return;
+        failed_ = true;
+        if (json_) return;
+        std::fflush(stdout);
+        for (const auto& line : report.log) {
+            std::fprintf(stderr, "korvane: %s could not be explored: %s\n",
+                         OneLine(ToUtf8(report.cell)).c_str(), OneLine(ToUtf8(line)).c_str());
+        }
+    }
+    ExitCode exitCode() const { return failed_ ? kExplorationFailed : kDone; }
+
+private:
+    static void Write(const std::string& text) {
+        std::fwrite(text.data(), 1, text.size(), stdout);
+        std::fflush(stdout);
+    }
+
+    bool json_;
+    Style style_;
+    bool first_ = true;
+    bool failed_ = false;
+};
+
+// Scripted documents are written by people and tools for one report; what is
+// larger is none.
+constexpr std::size_t kLargestScript = std::size_t{256} << 20;
+
+std::string ReadScript(const std::string& path) {
+    struct stat info {};
+    if (path != "-" && stat(path.c_str(), &info) != 0) {
+        throw CommandError(kNotFound, "no such file: " + path);
+    }
+    if (path != "-" && S_ISDIR(info.st_mode)) {
+        throw CommandError(kNotFound, path + " is a directory, not a scripted document");
+    }
+    std::FILE* file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
+    if (!file) throw CommandError(kNotFound, "cannot read " + path);
+    std::string text;
+    std::vector<char> buffer(std::size_t{1} << 16);
+    std::size_t count = 0;
+    while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) > 0 &&
+           text.size() <= kLargestScript) {
+        text.append(buffer.data(), count);
+    }
+    if (file != stdin) std::fclose(file);
+    if (text.size() > kLargestScript) {
+        throw CommandError(kNotFound, path + " is too large for a scripted document (256 MiB at most)");
+    }
+    return text;
+}
+
+void ExploreScript(const ExploreOptions& options, Output& output) {
+    std::size_t number = 0;
+    try {
+        for (const auto& json : scripted::SplitDocuments(ReadScript(*options.script))) {
+            ++number;
+            ScriptedDocument document(scripted::LoadDocument(json));
+            const bool functions =
+                options.functions.value_or(document.model().bEveryFunction.value_or(true));
+            const bool precise = options.precise || document.model().bPreciseCalc.value_or(false);
+            if (options.arguments.empty()) {
+                output.Print(document.ExploreActiveCell(functions, precise));
+            }
+            for (const auto& cell : options.arguments) {
+                output.Print(document.Explore(ToUtf16(cell), functions, precise));
+            }
+        }
+    } catch (const scripted::DocumentError& error) {
+        const std::string which = number > 1 ? " (document " + std::to_string(number) + ")" : "";
+        throw CommandError(kNotFound, *options.script + which +
+                                          " is not a scripted document: " + OneLine(error.what()));
+    }
+}
+
+void ExploreWorkbook(const ExploreOptions& options, Output& output) {
+    if (options.arguments.size() < 2) {
+        throw CommandError(kUsage, "explore needs a workbook and a cell, such as: "
+                                   "korvane explore Budget.xlsx 'Sheet1!B7'");
+    }
+    const auto document = OpenWorkbook(options.arguments.front());
+    for (std::size_t k = 1; k < options.arguments.size(); ++k) {
+        output.Print(document->Explore(ToUtf16(options.arguments[k]), options.functions.value_or(true),
+                                       options.precise));
+    }
+}
+
+}  // namespace
+
+ExitCode RunExplore(const ExploreOptions& options) {
+    Output output(options.json);
+    if (options.script) {
+        ExploreScript(options, output);
+    } else {
+        ExploreWorkbook(options, output);
+    }
+    return output.exitCode();
+}
+
+}  // namespace korvane::command

@@ -1,0 +1,86 @@
+// korvane: the command line.
+#include <CLI/CLI.hpp>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+
+#include "apps/command/explore_command.h"
+#include "apps/command/parse_command.h"
+
+namespace {
+
+using namespace korvane::command;
+
+// Adds --functions and --no-functions; neither leaves `functions` empty.
+void AddFunctionsFlags(CLI::App& command, std::optional<bool>& functions) {
+    auto* on = command.add_flag_callback("--functions", [&] { functions = true; },
+                                         "Show every function call as a part (default)");
+    auto* off = command.add_flag_callback("--no-functions", [&] { functions = false; },
+                                          "Show references and names only");
+    on->excludes(off);
+}
+
+int Run(int argc, char** argv) {
+    CLI::App app{"Takes spreadsheet formulae apart: every part with its cells and its value."};
+    app.name("korvane");
+    app.set_version_flag("--version", "korvane " KORVANE_VERSION);
+    app.require_subcommand(1);
+    app.footer(
+        "Exit codes: 0 done, 1 an exploration failed, 2 usage, 3 no such file, sheet, cell or name,\n"
+        "4 the spreadsheet host could not be started or was lost.");
+
+    ExploreOptions explore;
+    auto* exploreCommand = app.add_subcommand("explore", "Explore cells of a workbook");
+    exploreCommand
+        ->add_option("arguments", explore.arguments,
+                     "The workbook, then cells: Sheet1!B7, 'My Sheet'!B7, a defined name, or a range "
+                     "(its first cell). With --script only cells, none for the active one.")
+        ->option_text("BOOK CELL...");
+    AddFunctionsFlags(*exploreCommand, explore.functions);
+    exploreCommand->add_flag("--precise", explore.precise,
+                             "Evaluate function parts in the explored cell itself");
+    exploreCommand->add_flag("--json", explore.json, "One JSON object per cell and line");
+    exploreCommand
+        ->add_option("--script", explore.script, "A scripted document in place of BOOK; - reads standard input")
+        ->option_text("FILE");
+
+    ParseOptions parse;
+    std::optional<bool> parseFunctions;
+    auto* parseCommand = app.add_subcommand(
+        "parse", "Take formula texts from standard input apart, one per line, without a workbook");
+    AddFunctionsFlags(*parseCommand, parseFunctions);
+    auto* json = parseCommand->add_flag("--json", parse.json, "One JSON object per formula and line");
+    parseCommand->add_flag("--count", parse.count, "Only totals: formulas, elements, failures")
+        ->excludes(json);
+    parseCommand->footer(
+        "A line that begins with a double quote is a JSON string, for formulas with line feeds.");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& asked) {
+        return app.exit(asked);  // --help, --version
+    } catch (const CLI::ParseError& error) {
+        throw CommandError(kUsage, std::string(error.what()) + "; see korvane --help");
+    }
+    if (exploreCommand->parsed()) return RunExplore(explore);
+    parse.functions = parseFunctions.value_or(true);
+    return RunParse(parse, DetectStyle(), stdin, stdout);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Character widths need a UTF-8 locale; numbers keep the "C" one.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    try {
+        return Run(argc, argv);
+    } catch (const CommandError& error) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "korvane: %s\n", OneLine(error.what()).c_str());
+        return error.code();
+    } catch (const std::exception& error) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "korvane: %s\n", OneLine(error.what()).c_str());
+        return kExplorationFailed;
+    }
+}
