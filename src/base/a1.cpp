@@ -125,19 +125,24 @@ std::optional<Area> ParseArea(std::u16string_view text) {
 }
 
 std::u16string AreaText(const Area& area, bool rowAbsolute, bool columnAbsolute) {
+    std::u16string text;
     const auto column = [&](std::int32_t number) {
-        return (columnAbsolute ? u"$" : u"") + ColumnLetters(number);
+        if (columnAbsolute) text += u'$';
+        text += ColumnLetters(number);
     };
     const auto row = [&](std::int32_t number) {
-        std::u16string text = rowAbsolute ? u"$" : u"";
+        if (rowAbsolute) text += u'$';
         for (const char digit : std::to_string(number)) text += static_cast<char16_t>(digit);
-        return text;
     };
     // All cells of a sheet are written as rows.
-    if (area.IsWholeRows()) return row(area.top) + u":" + row(area.bottom);
-    if (area.IsWholeColumns()) return column(area.left) + u":" + column(area.right);
-    std::u16string text = column(area.left) + row(area.top);
-    if (!area.IsCell()) text += u":" + column(area.right) + row(area.bottom);
+    const bool columns = !area.IsWholeRows();
+    const bool rows = area.IsWholeRows() || !area.IsWholeColumns();
+    if (columns) column(area.left);
+    if (rows) row(area.top);
+    if (area.IsCell()) return text;
+    text += u':';
+    if (columns) column(area.right);
+    if (rows) row(area.bottom);
     return text;
 }
 
@@ -178,7 +183,9 @@ std::u16string SheetPrefix(std::u16string_view book, std::u16string_view sheet) 
     if (!book.empty()) place.append(u"[").append(book).append(u"]");
     place += sheet;
     if (!NeedsQuotes(book, sheet)) return place + u"!";
-    return u"'" + ReplaceAll(std::move(place), u"'", u"''") + u"'!";
+    place = ReplaceAll(std::move(place), u"'", u"''");
+    place.insert(place.begin(), u'\'');
+    return place += u"'!";
 }
 
 }  // namespace korvane

@@ -56,6 +56,7 @@ double BeyondRange(const std::string& ascii) {
 }  // namespace
 
 bool IsNumeric(std::u16string_view text) {
+    if (text.empty() || text.front() > u'9') return false;  // no blank, sign, digit or "."
     text = WithoutBlanksAround(text);
     SkipSign(text);
     std::size_t digits = SkipDigits(text);

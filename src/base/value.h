@@ -74,6 +74,7 @@ public:
     const double* Number() const { return std::get_if<double>(&held_); }
     const Date* AsDate() const { return std::get_if<Date>(&held_); }
     const std::u16string* Text() const { return std::get_if<std::u16string>(&held_); }
+    std::u16string* Text() { return std::get_if<std::u16string>(&held_); }
     const ErrorCode* AsError() const { return std::get_if<ErrorCode>(&held_); }
     const Array* AsArray() const;
     // The object, or a null handle when the value is none.

@@ -73,6 +73,7 @@ CElement& CElement::AddSub(std::u16string_view sFormula, std::u16string_view sFu
                            std::int32_t lPos, ElementKind enType, std::int32_t lTag) {
     auto sub = std::make_shared<CElement>();
     sub->InitSub(this, *clsOptions_, sFormula, sFunction, lPos, enType, lTag);
+    if (colSubs_.empty()) colSubs_.reserve(4);  // most elements have few
     colSubs_.push_back(std::move(sub));
     return *colSubs_.back();
 }
@@ -92,9 +93,10 @@ void CElement::InitSub(CElement* clsParent, CElementOptions& clsOptions,
     clsOptions.CountElement();
 
     const bool isCall = !sFunction.empty();
-    sCalcValue_ = sEvaluate(sFormula, isCall);
+    const std::u16string expression = WithEquals(sFormula);
+    sCalcValue_ = sEvaluateExpression(expression, isCall);
     const host::NamePtr name = isCall ? nullptr : FindName(sFormula);
-    rngRange_ = ResolveOperand(sFormula, name);
+    rngRange_ = ResolveOperand(expression, name);
 
     sFormula_ = sFormula;
     std::u16string nameText;

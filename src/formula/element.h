@@ -116,10 +116,13 @@ private:
 
     // element_evaluate.cpp
     std::u16string sEvaluate(std::u16string_view sText, bool bIsFunction) const;
+    // The same of a text that has its "=".
+    std::u16string sEvaluateExpression(const std::u16string& sText, bool bIsFunction) const;
     bool bEvaluatePrecisely(const std::u16string& sText, std::u16string& sValue) const;
     host::NamePtr FindName(std::u16string_view sText) const;
-    host::RangePtr ResolveOperand(std::u16string_view sText, const host::NamePtr& oName) const;
-    host::RangePtr ResolveRange(std::u16string_view sText, int depth) const;
+    host::RangePtr ResolveOperand(const std::u16string& sExpression,
+                                  const host::NamePtr& oName) const;
+    host::RangePtr ResolveRange(const std::u16string& sText, int depth) const;
     host::RangePtr ResolveIndirect(std::u16string_view sText) const;
     host::RangePtr ResolveOffset(std::u16string_view sText, int depth) const;
     host::RangePtr EvaluateToRange(const std::u16string& sText) const;

@@ -107,10 +107,12 @@ std::u16string CElement::sLocationText(const host::RangePtr& rng, bool bWithAddr
 }
 
 std::u16string CElement::sCellFormula(host::Range& rng) {
-    const Value formula = rng.Formula();
-    const Array* block = formula.AsArray();
-    const std::u16string* text = block ? block->At(1, 1).Text() : formula.Text();
-    return text ? *text : std::u16string();
+    Value formula = rng.Formula();
+    if (const Array* block = formula.AsArray()) {
+        const std::u16string* first = block->At(1, 1).Text();
+        return first ? *first : std::u16string();
+    }
+    return formula.Text() ? std::move(*formula.Text()) : std::u16string();
 }
 
 }  // namespace korvane

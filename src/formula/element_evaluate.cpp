@@ -18,14 +18,6 @@ constexpr std::size_t kLongestArrayFormula = 255;
 // OFFSET within OFFSET is resolved by recursion, like elements within elements.
 constexpr int kDeepestOffset = 400;
 
-std::u16string WithEquals(std::u16string_view text) {
-    std::u16string out;
-    out.reserve(text.size() + 1);
-    if (!StartsWith(text, u"=")) out += u'=';
-    out += text;
-    return out;
-}
-
 // What stands between the "(" of "=NAME(" (`prefix` characters) and the last one.
 std::vector<CSubstr> CallArguments(std::u16string_view call, std::u16string_view prefix) {
     std::vector<CSubstr> parts;
@@ -64,20 +56,23 @@ private:
 }  // namespace
 
 std::u16string CElement::sEvaluate(std::u16string_view sText, bool bIsFunction) const {
-    std::u16string text = sText.empty() ? std::u16string() : WithEquals(sText);
+    return sEvaluateExpression(sText.empty() ? std::u16string() : WithEquals(sText), bIsFunction);
+}
+
+std::u16string CElement::sEvaluateExpression(const std::u16string& sText, bool bIsFunction) const {
     const bool plain = sFunction_.empty() && enType_ == kindOrdinary;
     if (bIsFunction || (clsOptions_->bEveryFunction && !plain)) {
         if (!clsOptions_->bPreciseCalc) {
             clsOptions_->bMaybeImprecise = true;
         } else {
             std::u16string value;
-            const bool success = bEvaluatePrecisely(text, value);
+            const bool success = bEvaluatePrecisely(sText, value);
             // Of several, the last one tells.
             clsOptions_->bMaybeImprecise = !success;
             if (success) return value;
         }
     }
-    return sErrorText(clsOptions_->application().Evaluate(text), clsOptions_->application());
+    return sErrorText(clsOptions_->application().Evaluate(sText), clsOptions_->application());
 }
 
 // Writes the text into the explored cell for a moment and reads what the cell
@@ -108,39 +103,37 @@ bool CElement::bEvaluatePrecisely(const std::u16string& sText, std::u16string& s
 }
 
 host::NamePtr CElement::FindName(std::u16string_view sText) const {
-    const std::u16string text(sText);
     host::NamePtr name;
     try {
-        name = clsOptions_->SheetNames().Item(text);
+        name = clsOptions_->SheetNames().Item(sText);
     } catch (const Error&) {
         // No name of the sheet.
     }
     if (name) return name;
     try {
-        name = clsOptions_->WorkbookNames().Item(text);
+        name = clsOptions_->WorkbookNames().Item(sText);
     } catch (const Error&) {
         // No name at all.
     }
     return name;
 }
 
-host::RangePtr CElement::ResolveOperand(std::u16string_view sText,
+host::RangePtr CElement::ResolveOperand(const std::u16string& sExpression,
                                         const host::NamePtr& oName) const {
     try {
-        return oName ? ResolveRange(oName->RefersTo(), 0) : ResolveRange(sText, 0);
+        return ResolveRange(oName ? WithEquals(oName->RefersTo()) : sExpression, 0);
     } catch (const Error&) {
         return nullptr;  // whatever failed: a part without cells
     }
 }
 
-host::RangePtr CElement::ResolveRange(std::u16string_view sText, int depth) const {
+host::RangePtr CElement::ResolveRange(const std::u16string& sText, int depth) const {
     if (depth > kDeepestOffset) {
         throw Error(kErrorOutOfStack, u"The formula is nested too deeply");
     }
-    const std::u16string text = WithEquals(sText);
-    if (bIsCallOf(text, u"INDIRECT")) return ResolveIndirect(text);
-    if (bIsCallOf(text, u"OFFSET")) return ResolveOffset(text, depth);
-    return EvaluateToRange(text);
+    if (bIsCallOf(sText, u"INDIRECT")) return ResolveIndirect(sText);
+    if (bIsCallOf(sText, u"OFFSET")) return ResolveOffset(sText, depth);
+    return EvaluateToRange(sText);
 }
 
 host::RangePtr CElement::EvaluateToRange(const std::u16string& sText) const {
@@ -171,7 +164,7 @@ host::RangePtr CElement::ResolveOffset(std::u16string_view sText, int depth) con
             moved += sEvaluate(parts[k].sString, bNeedsParse(parts[k].sString));
         }
     }
-    const host::RangePtr base = ResolveRange(parts[0].sString, depth + 1);
+    const host::RangePtr base = ResolveRange(WithEquals(parts[0].sString), depth + 1);
     if (!base) return nullptr;
     return EvaluateToRange(u"=OFFSET(" + base->Address(host::kExternal) + moved + u")");
 }

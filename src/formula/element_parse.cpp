@@ -1,10 +1,69 @@
 // The scan: one run over a text, left to right, that finds an element's
 // children. It is no grammar; it collects tokens between operators.
+#include <array>
+
 #include "base/text.h"
 #include "formula/element.h"
 #include "formula/scan.h"
 
 namespace korvane {
+namespace {
+
+enum class CharClass : std::uint8_t { kOrdinary, kOperator, kFiller, kQuote, kColon };
+
+constexpr CharClass ClassOf(char16_t ch) {
+    if (bIsOperator(ch)) return CharClass::kOperator;
+    if (bIsFiller(ch)) return CharClass::kFiller;
+    if (bIsQuote(ch)) return CharClass::kQuote;
+    return ch == u':' ? CharClass::kColon : CharClass::kOrdinary;
+}
+
+constexpr auto kClasses = [] {
+    std::array<CharClass, 128> classes{};
+    for (char16_t ch = 0; ch < classes.size(); ++ch) classes[ch] = ClassOf(ch);
+    return classes;
+}();
+
+// ClassOf by table: the scan asks it of every character.
+CharClass ClassAt(std::u16string_view text, std::size_t at) {
+    const char16_t ch = text[at];
+    return ch < kClasses.size() ? kClasses[ch] : CharClass::kOrdinary;
+}
+
+// The characters collected so far. They are a slice of the text, which costs
+// nothing, until a filler within the token ("A1 B1") makes a copy needed.
+class Token {
+public:
+    bool empty() const { return view_.empty(); }
+    std::u16string_view view() const { return view_; }
+    void Append(std::u16string_view slice) {
+        if (view_.empty()) {
+            view_ = slice;
+            copied_ = false;
+            return;
+        }
+        if (!copied_) {
+            if (view_.data() + view_.size() == slice.data()) {
+                view_ = {view_.data(), view_.size() + slice.size()};
+                return;
+            }
+            copy_ = view_;
+            copied_ = true;
+        }
+        copy_ += slice;
+        view_ = copy_;
+    }
+    // Only at the end of a token: nothing is appended behind a cut one.
+    void RemovePrefix(std::size_t count) { view_.remove_prefix(count); }
+    void Clear() { view_ = {}; }
+
+private:
+    std::u16string_view view_;
+    std::u16string copy_;
+    bool copied_ = false;
+};
+
+}  // namespace
 
 class CElement::Scan {
 public:
@@ -12,7 +71,7 @@ public:
         : element_(element), text_(element.sFormula_), length_(static_cast<std::int32_t>(text_.size())) {}
 
     void Run() {
-        // A call's own name and a call within: the scan of a call begins at its "(".
+        // A call's own name is no token of its arguments: its scan begins at "(".
         i_ = tokenStart_ = static_cast<std::int32_t>(element_.sFunction_.size()) + 1;
         element_.lLastToken_ = 0;
         while (i_ <= length_) Step();
@@ -26,31 +85,29 @@ private:
 
     void Step() {
         if (token_.empty()) tokenStart_ = i_;
-        const char16_t ch = At(i_);
-        if (ch == u'(' && !token_.empty()) {
-            if (element_.clsOptions_->bEveryFunction || bIsReferenceFunction(token_)) {
-                OpenCall();
-            } else {
-                token_.clear();  // seen through: its arguments belong to this level
+        switch (ClassAt(text_, static_cast<std::size_t>(i_) - 1)) {
+            case CharClass::kFiller:
+                if (At(i_) == u'(' && !token_.empty()) {
+                    ReadCall();
+                    return;
+                }
                 ++i_;
+                break;
+            case CharClass::kOperator:
+                if (!token_.empty()) ReadOperator();
+                ++i_;
+                break;
+            case CharClass::kQuote: {
+                const std::int32_t closing = lPastQuote(i_, text_);
+                token_.Append(Slice(i_, closing));
+                i_ = closing + 1;
+                break;
             }
-            return;
-        }
-        if (bIsOperator(ch) && !token_.empty()) {
-            if (token_.front() == u'#' && ch == u'/') {
-                token_ += ch;  // "#DIV/0!" and "#N/A" stay whole
-            } else {
-                EndToken();
-            }
-            ++i_;
-        } else if (bIsQuote(ch)) {
-            const std::int32_t closing = lPastQuote(i_, text_);
-            token_ += Slice(i_, closing);
-            i_ = closing + 1;
-        } else {
-            const bool leadingColon = ch == u':' && token_.empty();
-            if (!bIsOperator(ch) && !bIsFiller(ch) && !leadingColon) token_ += ch;
-            ++i_;
+            case CharClass::kColon:
+                if (!token_.empty()) token_.Append(Slice(i_, i_));  // a leading one is dropped
+                ++i_;
+                break;
+            case CharClass::kOrdinary: ReadOrdinary(); break;
         }
         if (i_ > length_ && !token_.empty()) {
             element_.lSubsBeforeLastToken_ = element_.colSubs_.size();
@@ -60,34 +117,60 @@ private:
         }
     }
 
+    void ReadOrdinary() {
+        std::size_t end = static_cast<std::size_t>(i_);
+        while (end < text_.size() && ClassAt(text_, end) == CharClass::kOrdinary) ++end;
+        token_.Append(Slice(i_, static_cast<std::int32_t>(end)));
+        i_ = static_cast<std::int32_t>(end) + 1;
+    }
+
+    // An operator behind a token.
+    void ReadOperator() {
+        if (token_.view().front() == u'#' && At(i_) == u'/') {
+            token_.Append(Slice(i_, i_));  // "#DIV/0!" and "#N/A" stay whole
+        } else {
+            EndToken();
+        }
+    }
+
+    // A "(" behind a token, which is a function's name.
+    void ReadCall() {
+        if (element_.clsOptions_->bEveryFunction || bIsReferenceFunction(token_.view())) {
+            OpenCall();
+        } else {
+            token_.Clear();  // seen through: its arguments belong to this level
+            ++i_;
+        }
+    }
+
     void AddPart(std::u16string_view part, std::int32_t start) {
         if (!bIsConstant(part)) element_.AddSub(part, u"", start, kindOrdinary, 0);
     }
 
     void EndToken() {
-        AddPart(token_, tokenStart_);
-        token_.clear();
+        AddPart(token_.view(), tokenStart_);
+        token_.Clear();
     }
 
-    // The token is a function's name and stands before a "(".
+    // The call becomes a part of its own.
     void OpenCall() {
-        if (const auto colon = token_.rfind(u':'); colon != std::u16string::npos) {
+        if (const auto colon = token_.view().rfind(u':'); colon != std::u16string_view::npos) {
             // A1:INDEX(…): both ends of the range are parts of their own.
-            AddPart(std::u16string_view(token_).substr(0, colon), tokenStart_);
-            token_.erase(0, colon + 1);
+            AddPart(token_.view().substr(0, colon), tokenStart_);
+            token_.RemovePrefix(colon + 1);
             tokenStart_ += static_cast<std::int32_t>(colon) + 1;
         }
         const std::int32_t closing = lClosingBracket(i_, text_);
         const std::u16string_view call = Slice(tokenStart_, closing);
         if (!bIsConstant(call)) {
-            const CElement& added = element_.AddSub(call, token_, tokenStart_, kindOrdinary, 0);
+            const CElement& added = element_.AddSub(call, token_.view(), tokenStart_, kindOrdinary, 0);
             if (!element_.clsOptions_->bEveryFunction && !added.rngRange_) {
                 ReplaceCallByItsArguments(closing);
                 return;
             }
         }
         i_ = closing + 1;
-        token_.clear();
+        token_.Clear();
     }
 
     // The call just added did not lead to cells: it goes, and its arguments are
@@ -99,8 +182,8 @@ private:
         element_.colSubs_.pop_back();
         const std::int32_t start = tokenStart_;
         const bool scannedFromBracket =
-            !token_.empty() && start + static_cast<std::int32_t>(token_.size()) == i_;
-        token_.clear();
+            !token_.empty() && start + static_cast<std::int32_t>(token_.view().size()) == i_;
+        token_.Clear();
         if (!scannedFromBracket) {
             ++i_;  // odd spacing: the call's own scan began elsewhere
             return;
@@ -140,7 +223,7 @@ private:
     const std::int32_t length_;
     std::int32_t i_ = 1;
     std::int32_t tokenStart_ = 1;
-    std::u16string token_;
+    Token token_;
 };
 
 void CElement::Parse() { Scan(*this).Run(); }

@@ -83,6 +83,14 @@ bool bNeedsParse(std::u16string_view s) {
     return false;
 }
 
+std::u16string WithEquals(std::u16string_view s) {
+    std::u16string out;
+    out.reserve(s.size() + 1);
+    if (!StartsWith(s, u"=")) out += u'=';
+    out += s;
+    return out;
+}
+
 bool bIsCallOf(std::u16string_view sText, std::u16string_view sName) {
     const std::size_t bracket = sName.size() + 1;  // behind "=" and the name, from 0
     if (sText.size() <= bracket || sText.front() != u'=' || sText[bracket] != u'(' ||
@@ -93,9 +101,14 @@ bool bIsCallOf(std::u16string_view sText, std::u16string_view sName) {
 }
 
 bool bIsReferenceFunction(std::u16string_view sToken) {
-    std::u16string tail(sAfterLastColon(sToken));
-    tail += u',';
-    return ContainsIgnoringCase(u"OFFSET,INDEX,INDIRECT,", tail);
+    const std::u16string_view name = sAfterLastColon(sToken);
+    for (const std::u16string_view function : {u"OFFSET", u"INDEX", u"INDIRECT"}) {
+        if (name.size() <= function.size() &&
+            EqualIgnoringCase(name, function.substr(function.size() - name.size()))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace korvane

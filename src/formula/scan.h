@@ -63,6 +63,9 @@ std::u16string_view sStripSheet(std::u16string_view s);
 // kErrorInvalidCall when a quote stays open.
 bool bNeedsParse(std::u16string_view s);
 
+// `s` as an expression for the host: with a "=" in front unless it has one.
+std::u16string WithEquals(std::u16string_view s);
+
 // Whether `sText` (with its "=") is one call of the function `sName`, given in
 // capitals, and nothing behind it. Raises as lClosingBracket.
 bool bIsCallOf(std::u16string_view sText, std::u16string_view sName);

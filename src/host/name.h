@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/value.h"
 #include "host/handles.h"
@@ -28,7 +29,7 @@ public:
     // object model raises then. Every token of every formula is looked up here
     // and most are no names, so this boundary answers the expected case without
     // an exception; any other failure raises as everywhere.)
-    virtual NamePtr Item(const std::u16string& text) = 0;
+    virtual NamePtr Item(std::u16string_view text) = 0;
 };
 
 }  // namespace korvane::host

@@ -1,26 +1,24 @@
-// Takes formula texts apart without any document: one cell that holds the text,
-// on a host that knows no other cells and no names. Literals evaluate to
-// themselves and everything else to the error 2029.
+// Takes formula texts apart without any document: see bindings/lone.
 #pragma once
 
-#include <memory>
 #include <string>
 
-#include "bindings/scripted/scripted_host.h"
+#include "bindings/lone/lone_host.h"
 #include "formula/element.h"
 
 namespace korvane::command {
 
 class LoneCell {
 public:
-    LoneCell();
+    LoneCell() : options_(host_.application(), lastError_) { options_.rngRootCell = host_.cell(); }
 
     // Parses `formula` into `root`, whose earlier tree is dropped and which must
     // not outlive this cell. On failure returns false and describes it in
     // `error`.
     bool Parse(std::u16string formula, bool bEveryFunction, CElement& root, std::u16string& error);
 
-    scripted::ScriptedHost& host() { return host_; }
+    // Calls that the host has answered so far.
+    std::int64_t hostCalls() const { return host_.calls(); }
 
 private:
     class LastError : public ErrorReporter {
@@ -30,9 +28,8 @@ private:
         std::u16string description;
     };
 
-    scripted::ScriptedHost host_;
+    lone::LoneHost host_;
     LastError lastError_;
-    host::ApplicationPtr application_;
     CElementOptions options_;
 };
 

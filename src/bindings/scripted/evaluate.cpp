@@ -1,32 +1,12 @@
 // The scripted host's Evaluate: the document's answers, references, names, and
 // literals where the document asks for them.
 #include "base/error.h"
-#include "base/number.h"
+#include "base/literal.h"
 #include "base/text.h"
 #include "bindings/scripted/scripted_host.h"
 
 namespace korvane::scripted {
 namespace {
-
-// The content of a text literal, or nothing when `text` is none.
-std::optional<std::u16string> TextLiteral(std::u16string_view text) {
-    if (text.size() < 2 || text.front() != u'"' || text.back() != u'"') return std::nullopt;
-    std::u16string content;
-    const std::u16string_view inner = text.substr(1, text.size() - 2);
-    for (std::size_t at = 0; at < inner.size(); ++at) {
-        if (inner[at] == u'"' && (++at == inner.size() || inner[at] != u'"')) return std::nullopt;
-        content += inner[at];
-    }
-    return content;
-}
-
-std::optional<Value> Literal(std::u16string_view text) {
-    if (const auto number = ParseNumber(text)) return Value(*number);
-    if (auto content = TextLiteral(text)) return Value(std::move(*content));
-    if (EqualIgnoringCase(text, u"TRUE")) return Value(true);
-    if (EqualIgnoringCase(text, u"FALSE")) return Value(false);
-    return std::nullopt;
-}
 
 const DefinedName* FindIn(const DefinedNames& names, std::u16string_view text) {
     if (names.empty()) return nullptr;
@@ -87,7 +67,7 @@ ScriptedHost::Denoted ScriptedHost::Denote(const std::u16string& text) const {
         const DefinedName* name = FindDefinedName(model_, body);
         if (!name) {
             if (model_.literals) {
-                if (auto value = Literal(body)) return {std::nullopt, std::move(*value)};
+                if (auto value = LiteralValue(body)) return {std::nullopt, std::move(*value)};
             }
             return {std::nullopt, Value(ErrorCode::kName)};
         }

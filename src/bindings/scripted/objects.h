@@ -97,7 +97,7 @@ public:
     ScriptedNames(ScriptedHost& host, BookPtr book, const Sheet* sheet)
         : host_(host), counted_(host), book_(std::move(book)), sheet_(sheet) {}
 
-    host::NamePtr Item(const std::u16string& text) override;
+    host::NamePtr Item(std::u16string_view text) override;
 
 private:
     ScriptedHost& host_;

@@ -69,12 +69,12 @@ void ScriptedWorksheet::Activate() {
     host_.model().activeCell = host_.selection = Area{};
 }
 
-host::NamePtr ScriptedNames::Item(const std::u16string& text) {
+host::NamePtr ScriptedNames::Item(std::u16string_view text) {
     host_.Enter("Names.Item", text);
     RequireOpen(*book_);
     const DefinedNames& names = sheet_ ? sheet_->names : book_->names;
     if (names.empty()) return nullptr;
-    auto key = text;
+    std::u16string key(text);
     if (sheet_) {
         const auto parts = SplitReference(text);
         if (!parts) return nullptr;

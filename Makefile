@@ -1,0 +1,67 @@
+# What a newcomer types. Each target installs what is missing, builds, and does
+# its job; a second call starts at once.
+
+BUILD := build
+PROGRAM := $(BUILD)/bin/korvane
+EXAMPLE := examples/loan.xlsx
+
+.PHONY: help build run test bench fuzz asan clang-build format tidy example clean
+
+help:
+	@echo "make run          explore a cell of the sample workbook through LibreOffice Calc"
+	@echo "make test         build everything and run the test suite"
+	@echo "make build        build the program only: $(PROGRAM)"
+	@echo "make bench        run the benchmarks"
+	@echo "make fuzz         fuzz for ten minutes per fuzzer (FUZZ_SECONDS=n for another time)"
+	@echo "make asan         run the tests under AddressSanitizer and UndefinedBehaviorSanitizer"
+	@echo "make clang-build  build with the second compiler"
+	@echo "make tidy         run clang-tidy; make format: run clang-format"
+	@echo "make example      make the sample workbook anew from its source"
+
+# The preset's own build folder; configured once, then kept up to date by ninja.
+$(BUILD)/build.ninja: | setup-run
+	@cmake --preset release >/dev/null
+
+setup-%:
+	@tools/setup.sh $*
+.PHONY: setup-run setup-test setup-dev
+
+build: setup-run $(BUILD)/build.ninja
+	@cmake --build $(BUILD) --target korvane_all -- --quiet
+
+run: build
+	@$(PROGRAM) explore $(EXAMPLE) 'Loan!B9' 'Schedule!F6'
+
+test: setup-test $(BUILD)/build.ninja
+	@cmake --build $(BUILD) -- --quiet
+	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
+	@ctest --test-dir $(BUILD) --output-on-failure --no-tests=error
+
+bench: setup-dev
+	@cmake --preset bench >/dev/null && cmake --build build-bench -- --quiet
+	@tools/bench.sh build-bench
+
+FUZZ_SECONDS ?= 600
+fuzz: setup-test
+	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
+	@tools/fuzz.sh build-fuzz $(FUZZ_SECONDS)
+
+asan: setup-test
+	@cmake --preset asan >/dev/null && cmake --build build-asan -- --quiet
+	@ctest --test-dir build-asan --output-on-failure --no-tests=error
+
+clang-build: setup-test
+	@cmake --preset clang >/dev/null && cmake --build build-clang -- --quiet
+
+format: setup-dev
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+tidy: setup-dev $(BUILD)/build.ninja
+	@cmake --build $(BUILD) -- --quiet
+	@git ls-files 'src/*.cpp' | xargs -P 2 -n 4 clang-tidy --quiet -p $(BUILD)
+
+example: setup-run
+	@tools/make_example.sh
+
+clean:
+	rm -rf build build-*/
