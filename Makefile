@@ -30,7 +30,7 @@ build: setup-run $(BUILD)/build.ninja
 	@cmake --build $(BUILD) --target korvane_all -- --quiet
 
 run: build
-	@$(PROGRAM) explore $(EXAMPLE) 'Loan!B9' 'Schedule!F6'
+	@$(PROGRAM) explore $(EXAMPLE) 'Loan!B9' 'Loan!B11'
 
 test: setup-test $(BUILD)/build.ninja
 	@cmake --build $(BUILD) -- --quiet

@@ -22,7 +22,7 @@ constexpr std::array kErrorNames{
 }  // namespace
 
 std::u16string ErrorName(ErrorCode code) {
-    const auto found = std::find_if(kErrorNames.begin(), kErrorNames.end(),
+    const auto* const found = std::find_if(kErrorNames.begin(), kErrorNames.end(),
                                     [&](const NamedError& entry) { return entry.code == code; });
     return std::u16string(found == kErrorNames.end() ? kUnknownError : found->name);
 }

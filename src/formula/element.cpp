@@ -15,7 +15,7 @@ namespace {
 constexpr std::int32_t kDeepestElement = 400;
 
 Error WithProcedure(const Error& error, const char16_t* procedure) {
-    return Error(error.number(), error.description() + u" (" + procedure + u")");
+    return {error.number(), error.description() + u" (" + procedure + u")"};
 }
 
 }  // namespace
@@ -153,10 +153,10 @@ void CElement::CollapseSingleArgument() {
     }
     const CElement& only = *colSubs_.front();
     if (!only.colSubs_.empty() || only.sFormula_ != inner) return;
-    const bool removedAnyway = !clsOptions_->bEveryFunction && enType_ == kindOrdinary &&
-                               !sFunction_.empty() && !rngRange_ && !only.rngRange_;
-    if (removedAnyway) return;  // Scan takes the child over
     rngRange_ = only.rngRange_;
+    const bool removedAnyway = !clsOptions_->bEveryFunction && enType_ == kindOrdinary &&
+                               !sFunction_.empty() && !rngRange_;
+    if (removedAnyway) return;  // Scan takes the child over
     colSubs_.clear();
 }
 

@@ -144,9 +144,9 @@ private:
     std::u16string sValue_;
 
     std::int32_t lDepth_ = 0;  // the root's is 0
-    // Where the last token of this element's scan began (0: the text ended
-    // behind a complete one), and how many children came before it. Scan needs
-    // both to take a call's children over.
+    // Where the last token of this element's scan began (0: nothing behind the
+    // text could have belonged to it), and how many children came before it.
+    // Scan needs both to take a call's children over.
     std::int32_t lLastToken_ = 0;
     std::size_t lSubsBeforeLastToken_ = 0;
 };

@@ -7,7 +7,7 @@
 
 namespace korvane {
 namespace {
-constexpr std::int32_t kMostElements = 1'000'000;
+constexpr std::int32_t kMostElements = 200'000;
 }
 
 void CElementOptions::ClearCalc() { bSaved_ = false; }

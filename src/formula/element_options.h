@@ -51,8 +51,8 @@ public:
     std::vector<std::u16string> expandingNames;
 
     // Counts an element that is about to be built. Raises kErrorOutOfStack
-    // beyond a million: names that use each other twice can spell out a tree
-    // that no memory holds.
+    // beyond 200,000, far more than the longest formula holds: names that use
+    // each other twice can spell out a tree that no memory holds.
     void CountElement();
 
 private:

@@ -20,7 +20,9 @@ constexpr CharClass ClassOf(char16_t ch) {
 
 constexpr auto kClasses = [] {
     std::array<CharClass, 128> classes{};
-    for (char16_t ch = 0; ch < classes.size(); ++ch) classes[ch] = ClassOf(ch);
+    for (std::size_t ch = 0; ch < classes.size(); ++ch) {
+        classes[ch] = ClassOf(static_cast<char16_t>(ch));
+    }
     return classes;
 }();
 
@@ -80,7 +82,7 @@ public:
 private:
     char16_t At(std::int32_t lPos) const { return text_[static_cast<std::size_t>(lPos) - 1]; }
     std::u16string_view Slice(std::int32_t from, std::int32_t to) const {  // both included
-        return text_.substr(static_cast<std::size_t>(from) - 1, static_cast<std::size_t>(to - from + 1));
+        return text_.substr(static_cast<std::size_t>(from) - 1, static_cast<std::size_t>(to) - static_cast<std::size_t>(from) + 1);
     }
 
     void Step() {
@@ -118,7 +120,7 @@ private:
     }
 
     void ReadOrdinary() {
-        std::size_t end = static_cast<std::size_t>(i_);
+        auto end = static_cast<std::size_t>(i_);
         while (end < text_.size() && ClassAt(text_, end) == CharClass::kOrdinary) ++end;
         token_.Append(Slice(i_, static_cast<std::int32_t>(end)));
         i_ = static_cast<std::int32_t>(end) + 1;
@@ -182,7 +184,8 @@ private:
         element_.colSubs_.pop_back();
         const std::int32_t start = tokenStart_;
         const bool scannedFromBracket =
-            !token_.empty() && start + static_cast<std::int32_t>(token_.view().size()) == i_;
+            call->sFunction_ == token_.view() &&
+            PastFillers(start + static_cast<std::int32_t>(token_.view().size())) == i_;
         token_.Clear();
         if (!scannedFromBracket) {
             ++i_;  // odd spacing: the call's own scan began elsewhere
@@ -190,11 +193,20 @@ private:
         }
         std::size_t take = call->colSubs_.size();
         i_ = closing + 1;
-        if (call->lLastToken_ != 0 && TokenGoesOnBehind(closing, At(start + call->lLastToken_ - 1))) {
-            // ")" ends no token: what follows belongs to the last one, which is
-            // to be collected again, longer.
-            take = call->lSubsBeforeLastToken_;
-            i_ = start + call->lLastToken_ - 1;
+        if (call->lLastToken_ != 0) {
+            // ")" ends no token: what follows belongs to the call's last one.
+            const std::int32_t lastToken = start + call->lLastToken_ - 1;
+            const std::int32_t next = PastFillers(closing + 1);
+            if (next > length_) {
+                // Nothing follows here, but perhaps behind the brackets around.
+                element_.lSubsBeforeLastToken_ =
+                    element_.colSubs_.size() + call->lSubsBeforeLastToken_;
+                element_.lLastToken_ = lastToken;
+            } else if (!bIsOperator(At(next)) || (At(lastToken) == u'#' && At(next) == u'/')) {
+                // It is to be collected again, longer.
+                take = call->lSubsBeforeLastToken_;
+                i_ = lastToken;
+            }
         }
         for (std::size_t k = 0; k < take; ++k) {
             CElementPtr& sub = call->colSubs_[k];
@@ -206,16 +218,11 @@ private:
                              call->colSubs_.begin() + static_cast<std::ptrdiff_t>(take));
     }
 
-    // Whether a token with this first character, not yet ended at `closing`,
-    // takes in characters behind it.
-    bool TokenGoesOnBehind(std::int32_t closing, char16_t first) const {
-        for (std::int32_t p = closing + 1; p <= length_; ++p) {
-            const char16_t ch = At(p);
-            if (ch == u'(' || !bIsFiller(ch)) {
-                return !bIsOperator(ch) || (first == u'#' && ch == u'/');
-            }
-        }
-        return false;
+    // The first position from `lPos` on that a token already begun does not pass
+    // over; behind the text when there is none.
+    std::int32_t PastFillers(std::int32_t lPos) const {
+        while (lPos <= length_ && At(lPos) != u'(' && bIsFiller(At(lPos))) ++lPos;
+        return lPos;
     }
 
     CElement& element_;

@@ -102,13 +102,11 @@ bool bIsCallOf(std::u16string_view sText, std::u16string_view sName) {
 
 bool bIsReferenceFunction(std::u16string_view sToken) {
     const std::u16string_view name = sAfterLastColon(sToken);
-    for (const std::u16string_view function : {u"OFFSET", u"INDEX", u"INDIRECT"}) {
-        if (name.size() <= function.size() &&
-            EqualIgnoringCase(name, function.substr(function.size() - name.size()))) {
-            return true;
-        }
-    }
-    return false;
+    const auto isTailOf = [&](std::u16string_view function) {
+        return name.size() <= function.size() &&
+               EqualIgnoringCase(name, function.substr(function.size() - name.size()));
+    };
+    return isTailOf(u"OFFSET") || isTailOf(u"INDEX") || isTailOf(u"INDIRECT");
 }
 
 }  // namespace korvane

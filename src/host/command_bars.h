@@ -33,7 +33,7 @@ public:
 
     // What to add. `temporary` controls are forgotten when the host closes.
     struct NewControl {
-        int type;                               // msoControlButton or msoControlPopup
+        int type = 0;                             // msoControlButton or msoControlPopup
         int id = 1;                             // 1: a custom control
         std::optional<std::u16string> parameter;  // the command identifier
         std::optional<int> before;              // 1-based place; the end when left out

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
-#include <iterator>
+#include <iostream>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
@@ -25,7 +25,8 @@ public:
         if (json_) {
             Write(ToJson(report).dump() + "\n");
         } else {
-            Write((first_ ? "" : "\n") + PrintReport(report, style_));
+            if (!first_) Write("\n");
+            Write(PrintReport(report, style_));
         }
         first_ = false;
         if (report.ok) return;
@@ -63,16 +64,16 @@ std::string ReadScript(const std::string& path) {
     if (path != "-" && S_ISDIR(info.st_mode)) {
         throw CommandError(kNotFound, path + " is a directory, not a scripted document");
     }
-    std::FILE* file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
-    if (!file) throw CommandError(kNotFound, "cannot read " + path);
+    std::ifstream file;
+    if (path != "-") file.open(path, std::ios::binary);
+    std::istream& in = path == "-" ? std::cin : file;
+    if (!in) throw CommandError(kNotFound, "cannot read " + path);
     std::string text;
     std::vector<char> buffer(std::size_t{1} << 16);
-    std::size_t count = 0;
-    while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) > 0 &&
-           text.size() <= kLargestScript) {
-        text.append(buffer.data(), count);
+    while (in && text.size() <= kLargestScript) {
+        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
     }
-    if (file != stdin) std::fclose(file);
     if (text.size() > kLargestScript) {
         throw CommandError(kNotFound, path + " is too large for a scripted document (256 MiB at most)");
     }

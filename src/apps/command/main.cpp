@@ -6,6 +6,7 @@
 
 #include "apps/command/explore_command.h"
 #include "apps/command/parse_command.h"
+#include "apps/command/terminal.h"
 
 namespace {
 
@@ -73,7 +74,11 @@ int main(int argc, char** argv) {
     // Character widths need a UTF-8 locale; numbers keep the "C" one.
     std::setlocale(LC_CTYPE, "C.UTF-8");
     try {
-        return Run(argc, argv);
+        const int code = Run(argc, argv);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+            throw CommandError(kExplorationFailed, "the output could not be written");
+        }
+        return code;
     } catch (const CommandError& error) {
         std::fflush(stdout);
         std::fprintf(stderr, "korvane: %s\n", OneLine(error.what()).c_str());

@@ -141,7 +141,7 @@ host::WorkbookPtr ScriptedApplication::ThisWorkbook() {
 
 void ScriptedApplication::OnKey(const std::u16string& key, const std::u16string& procedure) {
     host_.Enter("Application.OnKey", key);
-    if (host_.refusedKeys.count(key) > 0) throw Error(kErrorApplication, u"The key cannot be bound");
+    if (host_.refusedKeys.contains(key)) throw Error(kErrorApplication, u"The key cannot be bound");
     host_.keys[key] = procedure;
 }
 

@@ -60,7 +60,11 @@ void ScriptedHost::CloseBook(const std::u16string& name) {
 
 void ScriptedHost::Enter(const char* member, std::u16string_view detail) {
     ++calls_;
-    if (logging_) log_.push_back(detail.empty() ? member : member + (" " + ToUtf8(detail)));
+    if (logging_) {
+        std::string line = member;
+        if (!detail.empty()) line.append(" ").append(ToUtf8(detail));
+        log_.push_back(std::move(line));
+    }
     bool fails = calls_ == failAt_;
     if (const auto found = failMembers_.find(member); found != failMembers_.end()) {
         fails = fails || found->second.every || --found->second.left == 0;

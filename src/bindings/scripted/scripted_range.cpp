@@ -79,8 +79,8 @@ korvane::Value ScriptedRange::OfCells(Get get) const {
     }
     if (area.Count() > kMostCells) throw Error(kErrorOutOfMemory, u"The block is too large");
     Array array;
-    array.rows = static_cast<std::size_t>(area.bottom - area.top + 1);
-    array.columns = static_cast<std::size_t>(area.right - area.left + 1);
+    array.rows = static_cast<std::size_t>(std::int64_t{area.bottom} - area.top + 1);
+    array.columns = static_cast<std::size_t>(std::int64_t{area.right} - area.left + 1);
     array.cells.assign(array.rows * array.columns, get(kEmpty));
     ForEachCell(*place_.sheet, area, [&](std::int32_t row, std::int32_t column, Cell& cell) {
         array.cells[static_cast<std::size_t>(row - area.top) * array.columns +
