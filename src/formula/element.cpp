@@ -94,9 +94,10 @@ void CElement::InitSub(CElement* clsParent, CElementOptions& clsOptions,
 
     const bool isCall = !sFunction.empty();
     const std::u16string expression = WithEquals(sFormula);
-    sCalcValue_ = sEvaluateExpression(expression, isCall);
+    std::optional<Value> answer;
+    sCalcValue_ = sEvaluateExpression(expression, isCall, answer);
     const host::NamePtr name = isCall ? nullptr : FindName(sFormula);
-    rngRange_ = ResolveOperand(expression, name);
+    rngRange_ = ResolveOperand(expression, name, answer);
 
     sFormula_ = sFormula;
     std::u16string nameText;

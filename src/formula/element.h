@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -116,12 +117,15 @@ private:
 
     // element_evaluate.cpp
     std::u16string sEvaluate(std::u16string_view sText, bool bIsFunction) const;
-    // The same of a text that has its "=".
-    std::u16string sEvaluateExpression(const std::u16string& sText, bool bIsFunction) const;
+    // The same of a text that has its "=". `answer` is what the host answered when
+    // it was asked to evaluate it, and stays empty when a precise step succeeded.
+    std::u16string sEvaluateExpression(const std::u16string& sText, bool bIsFunction,
+                                       std::optional<Value>& answer) const;
     bool bEvaluatePrecisely(const std::u16string& sText, std::u16string& sValue) const;
     host::NamePtr FindName(std::u16string_view sText) const;
     host::RangePtr ResolveOperand(const std::u16string& sExpression,
-                                  const host::NamePtr& oName) const;
+                                  const host::NamePtr& oName,
+                                  const std::optional<Value>& answer) const;
     host::RangePtr ResolveRange(const std::u16string& sText, int depth) const;
     host::RangePtr ResolveIndirect(std::u16string_view sText) const;
     host::RangePtr ResolveOffset(std::u16string_view sText, int depth) const;
@@ -144,11 +148,15 @@ private:
     std::u16string sValue_;
 
     std::int32_t lDepth_ = 0;  // the root's is 0
-    // Where the last token of this element's scan began (0: nothing behind the
-    // text could have belonged to it), and how many children came before it.
-    // Scan needs both to take a call's children over.
-    std::int32_t lLastToken_ = 0;
-    std::size_t lSubsBeforeLastToken_ = 0;
+    // What Scan must know of a call's last token to take the call's children over.
+    struct LastToken {
+        std::int32_t lStart = 0;      // 0: nothing behind the text could belong to it
+        std::size_t lSubsBefore = 0;  // children before it
+        // What the last precise evaluation before it said of bMaybeImprecise, if
+        // the scan made any.
+        std::optional<bool> bMaybeImprecise;
+    };
+    LastToken lastToken_;
 };
 
 }  // namespace korvane

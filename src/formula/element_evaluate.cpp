@@ -56,10 +56,13 @@ private:
 }  // namespace
 
 std::u16string CElement::sEvaluate(std::u16string_view sText, bool bIsFunction) const {
-    return sEvaluateExpression(sText.empty() ? std::u16string() : WithEquals(sText), bIsFunction);
+    std::optional<Value> answer;
+    return sEvaluateExpression(sText.empty() ? std::u16string() : WithEquals(sText), bIsFunction,
+                               answer);
 }
 
-std::u16string CElement::sEvaluateExpression(const std::u16string& sText, bool bIsFunction) const {
+std::u16string CElement::sEvaluateExpression(const std::u16string& sText, bool bIsFunction,
+                                             std::optional<Value>& answer) const {
     const bool plain = sFunction_.empty() && enType_ == kindOrdinary;
     if (bIsFunction || (clsOptions_->bEveryFunction && !plain)) {
         if (!clsOptions_->bPreciseCalc) {
@@ -68,11 +71,13 @@ std::u16string CElement::sEvaluateExpression(const std::u16string& sText, bool b
             std::u16string value;
             const bool success = bEvaluatePrecisely(sText, value);
             // Of several, the last one tells.
+            ++clsOptions_->preciseEvaluations;
             clsOptions_->bMaybeImprecise = !success;
             if (success) return value;
         }
     }
-    return sErrorText(clsOptions_->application().Evaluate(sText), clsOptions_->application());
+    answer = clsOptions_->application().Evaluate(sText);
+    return sErrorText(*answer, clsOptions_->application());
 }
 
 // Writes the text into the explored cell for a moment and reads what the cell
@@ -119,7 +124,14 @@ host::NamePtr CElement::FindName(std::u16string_view sText) const {
 }
 
 host::RangePtr CElement::ResolveOperand(const std::u16string& sExpression,
-                                        const host::NamePtr& oName) const {
+                                        const host::NamePtr& oName,
+                                        const std::optional<Value>& answer) const {
+    // The host has just evaluated this very text; asking it again would cost as
+    // much as everything else together, and a volatile function might lead to
+    // other cells than those whose value is shown.
+    const bool answered = answer && !oName && !StartsWith(sExpression, u"=INDIRECT(") &&
+                          !StartsWith(sExpression, u"=OFFSET(");
+    if (answered) return std::dynamic_pointer_cast<host::Range>(answer->AsObject());
     try {
         return ResolveRange(oName ? WithEquals(oName->RefersTo()) : sExpression, 0);
     } catch (const Error&) {

@@ -50,6 +50,9 @@ public:
     // name within itself must stay a leaf.
     std::vector<std::u16string> expandingNames;
 
+    // How often a part was evaluated in the explored cell itself.
+    std::int64_t preciseEvaluations = 0;
+
     // Counts an element that is about to be built. Raises kErrorOutOfStack
     // beyond 200,000, far more than the longest formula holds: names that use
     // each other twice can spell out a tree that no memory holds.

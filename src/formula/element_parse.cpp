@@ -75,7 +75,8 @@ public:
     void Run() {
         // A call's own name is no token of its arguments: its scan begins at "(".
         i_ = tokenStart_ = static_cast<std::int32_t>(element_.sFunction_.size()) + 1;
-        element_.lLastToken_ = 0;
+        element_.lastToken_ = {};
+        preciseBefore_ = element_.clsOptions_->preciseEvaluations;
         while (i_ <= length_) Step();
     }
 
@@ -112,10 +113,13 @@ private:
             case CharClass::kOrdinary: ReadOrdinary(); break;
         }
         if (i_ > length_ && !token_.empty()) {
-            element_.lSubsBeforeLastToken_ = element_.colSubs_.size();
-            const std::int32_t start = tokenStart_;
+            const CElementOptions& options = *element_.clsOptions_;
+            LastToken last{tokenStart_, element_.colSubs_.size(), {}};
+            if (options.preciseEvaluations > preciseBefore_) {
+                last.bMaybeImprecise = options.bMaybeImprecise;
+            }
             EndToken();
-            element_.lLastToken_ = start;
+            element_.lastToken_ = last;
         }
     }
 
@@ -193,19 +197,23 @@ private:
         }
         std::size_t take = call->colSubs_.size();
         i_ = closing + 1;
-        if (call->lLastToken_ != 0) {
+        LastToken last = call->lastToken_;
+        if (last.lStart != 0) {
             // ")" ends no token: what follows belongs to the call's last one.
-            const std::int32_t lastToken = start + call->lLastToken_ - 1;
+            const std::int32_t tokenStart = start + last.lStart - 1;
             const std::int32_t next = PastFillers(closing + 1);
             if (next > length_) {
                 // Nothing follows here, but perhaps behind the brackets around.
-                element_.lSubsBeforeLastToken_ =
-                    element_.colSubs_.size() + call->lSubsBeforeLastToken_;
-                element_.lLastToken_ = lastToken;
-            } else if (!bIsOperator(At(next)) || (At(lastToken) == u'#' && At(next) == u'/')) {
-                // It is to be collected again, longer.
-                take = call->lSubsBeforeLastToken_;
-                i_ = lastToken;
+                last.lStart = tokenStart;
+                last.lSubsBefore += element_.colSubs_.size();
+                element_.lastToken_ = last;
+            } else if (!bIsOperator(At(next)) || (At(tokenStart) == u'#' && At(next) == u'/')) {
+                // It is to be collected again, longer, as if it had not been.
+                take = last.lSubsBefore;
+                i_ = tokenStart;
+                if (last.bMaybeImprecise) {
+                    element_.clsOptions_->bMaybeImprecise = *last.bMaybeImprecise;
+                }
             }
         }
         for (std::size_t k = 0; k < take; ++k) {
@@ -231,6 +239,7 @@ private:
     std::int32_t i_ = 1;
     std::int32_t tokenStart_ = 1;
     Token token_;
+    std::int64_t preciseBefore_ = 0;
 };
 
 void CElement::Parse() { Scan(*this).Run(); }
