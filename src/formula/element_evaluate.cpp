@@ -18,6 +18,14 @@ constexpr std::size_t kLongestArrayFormula = 255;
 // OFFSET within OFFSET is resolved by recursion, like elements within elements.
 constexpr int kDeepestOffset = 400;
 
+// A failure that ends the exploration: each of these calls would become an element
+// below the one before, and so be too deep as well. Told at once, for each of
+// them would walk down all the others first.
+class NestedTooDeep : public Error {
+public:
+    NestedTooDeep() : Error(kErrorOutOfStack, u"The formula is nested too deeply") {}
+};
+
 // What stands between the "(" of "=NAME(" (`prefix` characters) and the last one.
 std::vector<CSubstr> CallArguments(std::u16string_view call, std::u16string_view prefix) {
     std::vector<CSubstr> parts;
@@ -134,15 +142,15 @@ host::RangePtr CElement::ResolveOperand(const std::u16string& sExpression,
     if (answered) return std::dynamic_pointer_cast<host::Range>(answer->AsObject());
     try {
         return ResolveRange(oName ? WithEquals(oName->RefersTo()) : sExpression, 0);
+    } catch (const NestedTooDeep&) {
+        throw;
     } catch (const Error&) {
-        return nullptr;  // whatever failed: a part without cells
+        return nullptr;  // whatever else failed: a part without cells
     }
 }
 
 host::RangePtr CElement::ResolveRange(const std::u16string& sText, int depth) const {
-    if (depth > kDeepestOffset) {
-        throw Error(kErrorOutOfStack, u"The formula is nested too deeply");
-    }
+    if (depth > kDeepestOffset) throw NestedTooDeep();
     if (bIsCallOf(sText, u"INDIRECT")) return ResolveIndirect(sText);
     if (bIsCallOf(sText, u"OFFSET")) return ResolveOffset(sText, depth);
     return EvaluateToRange(sText);

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "apps/report/exploration.h"
 
@@ -41,6 +42,10 @@ public:
     // exploration that fails is a report with `ok` false.
     virtual ExplorationReport Explore(const std::u16string& cell, bool bEveryFunction,
                                       bool bPreciseCalc) = 0;
+
+    // The external addresses of all cells that hold a formula, sheet by sheet and
+    // row by row; Explore takes them. Throws CommandError kHostLost.
+    virtual std::vector<std::u16string> FormulaCells() = 0;
 };
 
 }  // namespace korvane::command

@@ -5,7 +5,9 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include "apps/command/explore_all.h"
 #include "apps/command/open_workbook.h"
 #include "apps/command/scripted_document.h"
 #include "apps/command/tree_printer.h"
@@ -38,6 +40,15 @@ public:
                          OneLine(ToUtf8(report.cell)).c_str(), OneLine(ToUtf8(line)).c_str());
         }
     }
+    void PrintSummary(const AllSummary& summary) {
+        // JSON lines stay JSON lines.
+        const std::string text = summary.Text();
+        if (json_) {
+            std::fprintf(stderr, "%s", text.c_str());
+        } else {
+            Write((first_ ? "" : "\n") + text);
+        }
+    }
     ExitCode exitCode() const { return failed_ ? kExplorationFailed : kDone; }
 
 private:
@@ -55,6 +66,17 @@ private:
 // Scripted documents are written by people and tools for one report; what is
 // larger is none.
 constexpr std::size_t kLargestScript = std::size_t{256} << 20;
+
+// Wrong documents end the command like missing files.
+template <typename Read>
+auto Translated(const std::string& path, Read read) {
+    try {
+        return read();
+    } catch (const scripted::DocumentError& error) {
+        throw CommandError(kNotFound,
+                           path + " is not a scripted document: " + OneLine(error.what()));
+    }
+}
 
 std::string ReadScript(const std::string& path) {
     struct stat info {};
@@ -80,27 +102,69 @@ std::string ReadScript(const std::string& path) {
     return text;
 }
 
+std::vector<nlohmann::json> ReadDocuments(const std::string& path) {
+    return Translated(path, [&] { return scripted::SplitDocuments(ReadScript(path)); });
+}
+
 void ExploreScript(const ExploreOptions& options, Output& output) {
-    std::size_t number = 0;
-    try {
-        for (const auto& json : scripted::SplitDocuments(ReadScript(*options.script))) {
-            ++number;
-            ScriptedDocument document(scripted::LoadDocument(json));
-            const bool functions =
-                options.functions.value_or(document.model().bEveryFunction.value_or(true));
-            const bool precise = options.precise || document.model().bPreciseCalc.value_or(false);
-            if (options.arguments.empty()) {
-                output.Print(document.ExploreActiveCell(functions, precise));
-            }
-            for (const auto& cell : options.arguments) {
-                output.Print(document.Explore(ToUtf16(cell), functions, precise));
-            }
+    const auto documents = ReadDocuments(*options.script);
+    for (std::size_t k = 0; k < documents.size(); ++k) {
+        const std::string which =
+            documents.size() > 1 ? " (document " + std::to_string(k + 1) + ")" : "";
+        ScriptedDocument document(Translated(*options.script + which, [&] {
+            return scripted::LoadDocument(documents[k]);
+        }));
+        const bool functions =
+            options.functions.value_or(document.model().bEveryFunction.value_or(true));
+        const bool precise = options.precise || document.model().bPreciseCalc.value_or(false);
+        if (options.arguments.empty()) output.Print(document.ExploreActiveCell(functions, precise));
+        for (const auto& cell : options.arguments) {
+            output.Print(document.Explore(ToUtf16(cell), functions, precise));
         }
-    } catch (const scripted::DocumentError& error) {
-        const std::string which = number > 1 ? " (document " + std::to_string(number) + ")" : "";
-        throw CommandError(kNotFound, *options.script + which +
-                                          " is not a scripted document: " + OneLine(error.what()));
     }
+}
+
+// One line on a terminal's standard error, written over again and again.
+class Progress {
+public:
+    void operator()(std::size_t done, std::size_t all) {
+        if (!shown_) return;
+        const std::size_t percent = all == 0 ? 100 : done * 100 / all;
+        if (percent == percent_ && done != all) return;
+        percent_ = percent;
+        if (done == all) {
+            std::fprintf(stderr, "\r\x1b[K");
+        } else {
+            std::fprintf(stderr, "\r%zu of %zu formulas (%zu %%)\x1b[K", done, all, percent);
+        }
+        std::fflush(stderr);
+    }
+
+private:
+    bool shown_ = isatty(STDERR_FILENO) != 0;
+    std::size_t percent_ = 101;
+};
+
+void ExploreEveryFormula(const ExploreOptions& options, Output& output) {
+    if (options.script ? !options.arguments.empty() : options.arguments.size() != 1) {
+        throw CommandError(kUsage, "explore --all takes a workbook and no cells");
+    }
+    const bool functions = options.functions.value_or(true);
+    const auto open = [&]() -> std::unique_ptr<Document> {
+        if (!options.script) {
+            return OpenWorkbook(options.arguments.front(), std::chrono::seconds(options.cellTimeout));
+        }
+        const auto documents = ReadDocuments(*options.script);
+        if (documents.size() != 1) {
+            throw CommandError(kUsage, "explore --all takes one scripted document");
+        }
+        return std::make_unique<ScriptedDocument>(
+            Translated(*options.script, [&] { return scripted::LoadDocument(documents.front()); }));
+    };
+    const AllSummary summary =
+        ExploreAll(open, functions, options.precise,
+                   [&](const ExplorationReport& report) { output.Print(report); }, Progress());
+    output.PrintSummary(summary);
 }
 
 void ExploreWorkbook(const ExploreOptions& options, Output& output) {
@@ -119,7 +183,9 @@ void ExploreWorkbook(const ExploreOptions& options, Output& output) {
 
 ExitCode RunExplore(const ExploreOptions& options) {
     Output output(options.json);
-    if (options.script) {
+    if (options.all) {
+        ExploreEveryFormula(options, output);
+    } else if (options.script) {
         ExploreScript(options, output);
     } else {
         ExploreWorkbook(options, output);

@@ -45,6 +45,15 @@ int Run(int argc, char** argv) {
         ->add_option("--script", explore.script, "A scripted document in place of BOOK; - reads standard input")
         ->option_text("FILE");
 
+    auto* all = exploreCommand->add_flag("--all", explore.all,
+                                         "Every formula cell, with a summary at the end");
+    exploreCommand
+        ->add_option("--cell-timeout", explore.cellTimeout,
+                     "Seconds that one cell may take with --all (30)")
+        ->needs(all)
+        ->check(CLI::Range(1, 86'400))
+        ->option_text("SECONDS");
+
     ParseOptions parse;
     std::optional<bool> parseFunctions;
     auto* parseCommand = app.add_subcommand(

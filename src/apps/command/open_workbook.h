@@ -1,7 +1,9 @@
 // The way from the command to a real host.
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "apps/command/document.h"
@@ -10,7 +12,9 @@ namespace korvane::command {
 
 // Opens a workbook in a host of its own, which ends with the document. Throws
 // CommandError: kNotFound for a file that is missing or cannot be read as a
-// workbook, kHostLost when no host can be started.
-std::unique_ptr<Document> OpenWorkbook(const std::string& path);
+// workbook, kHostLost when no host can be started. An exploration that takes
+// longer than `cellTime` loses the host; nothing means for ever.
+std::unique_ptr<Document> OpenWorkbook(
+    const std::string& path, std::optional<std::chrono::milliseconds> cellTime = std::nullopt);
 
 }  // namespace korvane::command

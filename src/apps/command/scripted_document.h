@@ -12,6 +12,7 @@ public:
 
     ExplorationReport Explore(const std::u16string& cell, bool bEveryFunction,
                               bool bPreciseCalc) override;
+    std::vector<std::u16string> FormulaCells() override;
     // The document's own active cell.
     ExplorationReport ExploreActiveCell(bool bEveryFunction, bool bPreciseCalc);
 

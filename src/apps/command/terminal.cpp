@@ -58,8 +58,11 @@ int DisplayWidth(std::string_view text) {
 }
 
 std::string OneLine(std::string_view text) {
+    // Broken sequences become U+FFFD first: a lone byte 9B is a command to some
+    // terminals.
+    const std::string valid = ToUtf8(ToUtf16(text));
     std::string line;
-    ForEachCharacter(text, [&](std::string_view bytes, int) {
+    ForEachCharacter(valid, [&](std::string_view bytes, int) {
         const auto first = static_cast<unsigned char>(bytes.front());
         if (first == '\n' || first == '\t') {
             line += ' ';

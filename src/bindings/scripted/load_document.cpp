@@ -283,7 +283,10 @@ std::vector<Json> SplitDocuments(const std::string& text) {
     try {
         json = Json::parse(text);
     } catch (const Json::exception& error) {
-        throw DocumentError(std::string("not JSON: ") + error.what());
+        // Behind the library's own number in brackets.
+        const std::string what = error.what();
+        const auto bracket = what.find("] ");
+        throw DocumentError("not JSON: " + (bracket == std::string::npos ? what : what.substr(bracket + 2)));
     }
     if (json.is_object()) return {std::move(json)};
     if (json.is_array()) return json.get<std::vector<Json>>();

@@ -34,8 +34,8 @@ struct Content {
 
 struct Cell {
     Content content;
-    // What stood here before the first write, so that writing the same formula
-    // again brings the same value back.
+    // What stood here before another formula was written: writing its own again
+    // puts the cell back.
     std::optional<Content> original;
     // The cell alone answers as if its row or column were hidden: a report that
     // knows no more than the cell.

@@ -97,6 +97,10 @@ public:
     Value Evaluate(const std::u16string& text);
     // What a formula gives that is written into a cell.
     Value EvaluateWritten(const std::u16string& formula) const;
+    // Whether the document itself says what this very formula gives.
+    bool AnswersWritten(const std::u16string& formula) const {
+        return model_.write.count(formula) > 0 || model_.evaluate.count(formula) > 0;
+    }
 
     // The root of all command-bar controls: its children are the bars.
     const std::shared_ptr<ControlData>& bars() const { return bars_; }

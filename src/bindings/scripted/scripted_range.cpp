@@ -120,19 +120,28 @@ void ScriptedRange::Write(const std::u16string& formula, bool asArray) {
     if (place_.sheet->isProtected) throw Error(kErrorApplication, u"The sheet is protected");
     if (IsPartOfLargerArray()) throw Error(kErrorApplication, u"A part of an array cannot be changed");
     Cell& cell = place_.sheet->At(place_.area.top, place_.area.left);
-    if (!cell.original) cell.original = cell.content;
-    if (cell.original->hasArray == asArray && *FormulaOf(*cell.original).Text() == formula) {
-        cell.content = *cell.original;
+    const auto isOf = [&](const Content& content) {
+        return content.hasArray == asArray && *FormulaOf(content).Text() == formula;
+    };
+    if (cell.original && isOf(*cell.original)) {
+        // The cell is put back, its value and its displayed text included.
+        cell.content = std::move(*cell.original);
+        cell.original.reset();
         return;
     }
     Content content;
     content.hasArray = asArray;
-    if (StartsWith(formula, u"=")) {
-        content.formula = formula;
-        content.value = host_.EvaluateWritten(formula);
-    } else {
+    if (!StartsWith(formula, u"=")) {
         content.value = korvane::Value(formula);
+    } else {
+        content.formula = formula;
+        // The formula that stands here already gives what the cell has, unless
+        // the document answers otherwise.
+        content.value = !isOf(cell.content) || host_.AnswersWritten(formula)
+                            ? host_.EvaluateWritten(formula)
+                            : cell.content.value;
     }
+    if (!cell.original) cell.original = std::move(cell.content);
     cell.content = std::move(content);
 }
 

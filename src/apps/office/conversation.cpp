@@ -1,0 +1,101 @@
+#include "apps/office/conversation.h"
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <com/sun/star/awt/AsyncCallback.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "apps/office/requests.h"
+
+namespace korvane::office {
+namespace {
+
+namespace css = com::sun::star;
+
+constexpr int kSocket = 3;
+
+void Send(std::string_view line) {
+    std::string text(line);
+    text += '\n';
+    std::size_t sent = 0;
+    while (sent < text.size()) {
+        const ssize_t count = send(kSocket, text.data() + sent, text.size() - sent, MSG_NOSIGNAL);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return;  // the reader notices too, and ends the process
+        sent += static_cast<std::size_t>(count);
+    }
+}
+
+// Answers one line, on the office's main thread.
+class Answer : public cppu::WeakImplHelper1<css::awt::XCallback> {
+public:
+    Answer(std::shared_ptr<Requests> requests, std::string line)
+        : requests_(std::move(requests)), line_(std::move(line)) {}
+
+    void SAL_CALL notify(const css::uno::Any& /*data*/) override {
+        try {
+            Send(requests_->Handle(line_));
+        } catch (...) {
+            // An exception that left this place would end the office. Closing the
+            // socket ends it too, but tells the other side.
+            shutdown(kSocket, SHUT_RDWR);
+        }
+    }
+
+private:
+    std::shared_ptr<Requests> requests_;
+    std::string line_;
+};
+
+// Nobody waits for this process any more. It has nothing to save, and an
+// orderly end could wait for a calculation that goes on for minutes.
+[[noreturn]] void EndProcess() {
+    if (const char* const folder = std::getenv("KORVANE_FOLDER")) {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
+    _exit(0);
+}
+
+void Read(const css::uno::Reference<css::uno::XComponentContext>& context,
+          const std::shared_ptr<Requests>& requests) {
+    const auto callback = css::awt::AsyncCallback::create(context);
+    Send(R"({"ok":true})");
+    std::string received;
+    for (;;) {
+        char buffer[65'536];
+        const ssize_t count = recv(kSocket, buffer, sizeof buffer, 0);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return;
+        received.append(buffer, static_cast<std::size_t>(count));
+        for (auto end = received.find('\n'); end != std::string::npos; end = received.find('\n')) {
+            callback->addCallback(new Answer(requests, received.substr(0, end)), css::uno::Any());
+            received.erase(0, end + 1);
+        }
+    }
+}
+
+}  // namespace
+
+void StartConversation(const css::uno::Reference<css::uno::XComponentContext>& context) {
+    auto requests = std::make_shared<Requests>(context);
+    std::thread([context, requests] {
+        try {
+            Read(context, requests);
+        } catch (...) {
+            // Without a reader nobody can reach this process.
+        }
+        EndProcess();
+    }).detach();
+}
+
+}  // namespace korvane::office

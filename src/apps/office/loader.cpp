@@ -1,0 +1,149 @@
+#include "apps/office/loader.h"
+
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/document/MacroExecMode.hpp>
+#include <com/sun/star/document/UpdateDocMode.hpp>
+#include <com/sun/star/document/XTypeDetection.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/task/DocumentMSPasswordRequest.hpp>
+#include <com/sun/star/task/DocumentPasswordRequest.hpp>
+#include <com/sun/star/task/XInteractionAbort.hpp>
+#include <com/sun/star/task/XInteractionApprove.hpp>
+#include <com/sun/star/task/XInteractionHandler.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <osl/file.hxx>
+#include <vector>
+
+#include "base/text.h"
+#include "bindings/calc/uno_text.h"
+
+namespace korvane::office {
+
+namespace css = com::sun::star;
+using calc::ToOUString;
+using calc::ToText;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+using Context = Reference<css::uno::XComponentContext>;
+using Properties = css::uno::Sequence<css::beans::PropertyValue>;
+
+namespace {
+
+// Answers every question with "no", and remembers that a password was asked for.
+class Refuse : public cppu::WeakImplHelper1<css::task::XInteractionHandler> {
+public:
+    void SAL_CALL handle(const Reference<css::task::XInteractionRequest>& request) override {
+        const css::uno::Any question = request->getRequest();
+        css::task::DocumentPasswordRequest own;
+        css::task::DocumentMSPasswordRequest foreign;
+        if ((question >>= own) || (question >>= foreign)) askedForPassword_ = true;
+        for (const auto& continuation : request->getContinuations()) {
+            const Reference<css::task::XInteractionAbort> abort(continuation, UNO_QUERY);
+            if (abort.is()) return abort->select();
+        }
+    }
+    bool askedForPassword() const { return askedForPassword_; }
+
+private:
+    bool askedForPassword_ = false;
+};
+
+template <class T>
+css::beans::PropertyValue Property(const char16_t* name, const T& value) {
+    css::beans::PropertyValue property;
+    property.Name = ToOUString(name);
+    property.Value <<= value;
+    return property;
+}
+
+rtl::OUString TextOf(const Properties& properties, const char16_t* name) {
+    rtl::OUString value;
+    const rtl::OUString wanted = ToOUString(name);
+    for (const auto& property : properties) {
+        if (property.Name == wanted) property.Value >>= value;
+    }
+    return value;
+}
+
+// The filter that the office would take, and whether it makes a spreadsheet.
+// Asking before loading keeps a text or a picture from being opened at all.
+std::u16string SpreadsheetFilter(const Context& context, const rtl::OUString& url) {
+    const auto services = context->getServiceManager();
+    const Reference<css::document::XTypeDetection> detection(
+        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.TypeDetection"), context),
+        UNO_QUERY_THROW);
+    const css::beans::PropertyValue address = Property(u"URL", url);
+    Properties described(&address, 1);
+    const rtl::OUString type = detection->queryTypeByDescriptor(described, true);
+    if (type.isEmpty()) return {};
+    rtl::OUString filter = TextOf(described, u"FilterName");
+    if (filter.isEmpty()) {
+        Properties details;
+        Reference<css::container::XNameAccess>(detection, UNO_QUERY_THROW)->getByName(type) >>= details;
+        filter = TextOf(details, u"PreferredFilter");
+    }
+    const Reference<css::container::XNameAccess> filters(
+        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.FilterFactory"), context),
+        UNO_QUERY_THROW);
+    if (filter.isEmpty() || !filters->hasByName(filter)) return {};
+    Properties details;
+    filters->getByName(filter) >>= details;
+    if (TextOf(details, u"DocumentService") != ToOUString(u"com.sun.star.sheet.SpreadsheetDocument")) return {};
+    return ToText(filter);
+}
+
+// A page or a query may name addresses to be fetched; it is no workbook either.
+bool IsPage(std::u16string_view filter) {
+    return ContainsIgnoringCase(filter, u"html") || ContainsIgnoringCase(filter, u"WebQuery");
+}
+
+}  // namespace
+
+Reference<css::frame::XModel> OpenWorkbook(const Context& context, const std::string& path) {
+    const Reference<Refuse> refuse(new Refuse);
+    const auto fail = [&](const char* why) -> void {
+        throw NotAWorkbook(refuse->askedForPassword()
+                               ? "is protected by a password; save a copy without one and explore that"
+                               : why);
+    };
+    try {
+        rtl::OUString url;
+        osl::FileBase::getFileURLFromSystemPath(ToOUString(ToUtf16(path)), url);
+        const std::u16string filter = SpreadsheetFilter(context, url);
+        if (filter.empty() || IsPage(filter)) fail("is not a workbook that LibreOffice Calc can read");
+
+        std::vector<css::beans::PropertyValue> how{
+            Property(u"Hidden", true),
+            Property(u"FilterName", ToOUString(filter)),
+            Property(u"MacroExecutionMode", sal_Int16{css::document::MacroExecMode::NEVER_EXECUTE}),
+            Property(u"UpdateDocMode", sal_Int16{css::document::UpdateDocMode::NO_UPDATE}),
+            Property(u"InteractionHandler", Reference<css::task::XInteractionHandler>(refuse.get())),
+        };
+        if (filter.starts_with(u"Text - txt")) {
+            // Comma, quotes, UTF-8, from line 1, no formulas out of texts.
+            how.push_back(Property(u"FilterOptions", ToOUString(u"44,34,76,1,,0,false,true,false,false,false,-1")));
+        }
+        const auto desktop = css::frame::Desktop::create(context);
+        const Reference<css::frame::XModel> model(
+            desktop->loadComponentFromURL(url, ToOUString(u"_blank"), 0,
+                                          Properties(how.data(), static_cast<sal_Int32>(how.size()))),
+            UNO_QUERY);
+        if (!model.is()) fail("cannot be read: it is damaged, or no workbook");
+        const Reference<css::lang::XServiceInfo> info(model, UNO_QUERY_THROW);
+        if (!info->supportsService(ToOUString(u"com.sun.star.sheet.SpreadsheetDocument"))) {
+            Reference<css::util::XCloseable>(model, UNO_QUERY_THROW)->close(true);
+            fail("is not a workbook");
+        }
+        return model;
+    } catch (const css::uno::Exception&) {
+        fail("cannot be read: it is damaged, or no workbook");
+        throw;
+    }
+}
+
+}  // namespace korvane::office

@@ -1,0 +1,148 @@
+#include "bindings/calc/calc_document.h"
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/lang/XEventListener.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/util/Date.hpp>
+#include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <osl/file.hxx>
+#include <utility>
+
+#include "base/text.h"
+#include "bindings/calc/errors.h"
+#include "bindings/calc/formula_text.h"
+#include "bindings/calc/kept_cell.h"
+#include "bindings/calc/uno_text.h"
+#include "bindings/calc/view_data.h"
+
+namespace korvane::calc {
+
+namespace css = com::sun::star;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+struct CalcDocument::Life {
+    bool closed = false;
+};
+
+namespace {
+
+// Days from 30 December 1899 to the given one, by counting days since a common
+// day long ago (the civil calendar's formula).
+double DaysFromHostDayZero(const css::util::Date& date) {
+    const auto days = [](long year, long month, long day) {
+        year -= month <= 2 ? 1 : 0;
+        const long era = year / 400;
+        const long inEra = year - era * 400;
+        const long inYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+        return era * 146'097 + inEra * 365 + inEra / 4 - inEra / 100 + inYear;
+    };
+    return static_cast<double>(days(date.Year, date.Month, date.Day) - days(1899, 12, 30));
+}
+
+// The document's file name in UTF-16 and its folder; from its URL.
+std::u16string SystemPath(const Reference<css::frame::XModel>& model) {
+    rtl::OUString path;
+    if (osl::FileBase::getSystemPathFromFileURL(model->getURL(), path) != osl::FileBase::E_None) {
+        return {};
+    }
+    return ToText(path);
+}
+
+}  // namespace
+
+CalcDocument::CalcDocument(const Reference<css::uno::XComponentContext>& context,
+                           const Reference<css::frame::XModel>& model)
+    : context_(context), model_(model), life_(std::make_shared<Life>()) {
+    class Closing : public cppu::WeakImplHelper1<css::lang::XEventListener> {
+    public:
+        explicit Closing(std::shared_ptr<Life> life) : life_(std::move(life)) {}
+        void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {
+            life_->closed = true;
+        }
+
+    private:
+        std::shared_ptr<Life> life_;
+    };
+    model_->addEventListener(new Closing(life_));
+
+    sheets_ = Reference<css::sheet::XSpreadsheetDocument>(model_, UNO_QUERY_THROW)->getSheets();
+    formats_ = Reference<css::util::XNumberFormatsSupplier>(model_, UNO_QUERY_THROW)->getNumberFormats();
+    css::util::Date dayZero;
+    Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)
+            ->getPropertyValue(ToOUString(u"NullDate")) >>= dayZero;
+    dateOffset_ = DaysFromHostDayZero(dayZero);
+    formulas_ = std::make_unique<FormulaText>(model_, FileName());
+    kept_ = std::make_unique<KeptCell>();
+}
+
+CalcDocument::~CalcDocument() = default;
+
+void CalcDocument::Require() const {
+    if (life_->closed) throw Error(kErrorObjectGone, u"The document has been closed");
+}
+
+Reference<css::frame::XController> CalcDocument::controller() const {
+    return model_->getCurrentController();
+}
+
+std::u16string CalcDocument::FileName() const {
+    return std::u16string(AfterLast(SystemPath(model_), u'/'));
+}
+
+std::u16string CalcDocument::FolderPath() const {
+    const std::u16string path = SystemPath(model_);
+    const auto slash = path.rfind(u'/');
+    return slash == std::u16string::npos ? std::u16string() : path.substr(0, slash);
+}
+
+int CalcDocument::SheetCount() const {
+    return Reference<css::container::XIndexAccess>(sheets_, UNO_QUERY_THROW)->getCount();
+}
+
+SheetRef CalcDocument::Sheet(int index) const {
+    SheetRef sheet;
+    Reference<css::container::XIndexAccess>(sheets_, UNO_QUERY_THROW)->getByIndex(index) >>= sheet;
+    return sheet;
+}
+
+std::u16string CalcDocument::SheetName(int index) const {
+    return ToText(Reference<css::container::XNamed>(Sheet(index), UNO_QUERY_THROW)->getName());
+}
+
+std::optional<int> CalcDocument::FindSheet(std::u16string_view name) const {
+    const css::uno::Sequence<rtl::OUString> names = sheets_->getElementNames();
+    const rtl::OUString wanted = ToOUString(name);
+    for (sal_Int32 k = 0; k < names.getLength(); ++k) {
+        if (names[k].equalsIgnoreAsciiCase(wanted)) return k;
+    }
+    return std::nullopt;
+}
+
+CellRangeRef CalcDocument::Cells(int sheet, const Area& area) const {
+    return Sheet(sheet)->getCellRangeByPosition(area.left - 1, area.top - 1, area.right - 1,
+                                                area.bottom - 1);
+}
+
+CalcDocument::NumberKind CalcDocument::KindOfFormat(sal_Int32 key) const {
+    if (const auto known = kinds_.find(key); known != kinds_.end()) return known->second;
+    sal_Int16 type = 0;
+    formats_->getByKey(key)->getPropertyValue(ToOUString(u"Type")) >>= type;
+    NumberKind kind = NumberKind::kNumber;
+    if ((type & css::util::NumberFormat::DATE) != 0) kind = NumberKind::kDate;
+    if ((type & css::util::NumberFormat::LOGICAL) != 0) kind = NumberKind::kBoolean;
+    kinds_.emplace(key, kind);
+    return kind;
+}
+
+CellAddress CalcDocument::ActiveCell() const {
+    if (active_) return *active_;
+    return ActiveCellOfView(controller()).value_or(CellAddress(0, 0, 0));
+}
+
+}  // namespace korvane::calc

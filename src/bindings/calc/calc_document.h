@@ -1,0 +1,102 @@
+// One open spreadsheet document, shared by all handles that lead into it.
+#pragma once
+
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/sheet/XSpreadsheets.hpp>
+#include <com/sun/star/table/CellAddress.hpp>
+#include <com/sun/star/table/XCellRange.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <com/sun/star/util/XNumberFormats.hpp>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/a1.h"
+#include "bindings/calc/errors.h"
+
+namespace korvane::calc {
+
+class FormulaText;
+class KeptCell;
+
+// A cell by numbers: 0-based, as the office counts.
+using CellAddress = com::sun::star::table::CellAddress;
+using CellRangeRef = com::sun::star::uno::Reference<com::sun::star::table::XCellRange>;
+using SheetRef = com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>;
+
+class CalcDocument {
+public:
+    // `model` must be a spreadsheet document.
+    CalcDocument(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
+                 const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
+    ~CalcDocument();
+    CalcDocument(const CalcDocument&) = delete;
+    CalcDocument& operator=(const CalcDocument&) = delete;
+
+    // Throws kErrorObjectGone when the document has been closed. A closed
+    // document's objects answer 0 and empty texts: so every access asks first.
+    void Require() const;
+
+    const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context() const {
+        return context_;
+    }
+    const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model() const { return model_; }
+    // The frame's controller, null when the document has none.
+    com::sun::star::uno::Reference<com::sun::star::frame::XController> controller() const;
+
+    // The file's name and folder; both empty for a document without a file.
+    std::u16string FileName() const;
+    std::u16string FolderPath() const;
+
+    int SheetCount() const;
+    SheetRef Sheet(int index) const;
+    std::u16string SheetName(int index) const;
+    // Ignores case, as formulas do.
+    std::optional<int> FindSheet(std::u16string_view name) const;
+    CellRangeRef Cells(int sheet, const Area& area) const;
+
+    // What the document's number format says of a number.
+    enum class NumberKind { kNumber, kDate, kBoolean };
+    NumberKind KindOfFormat(sal_Int32 key) const;
+    // Days between the document's day 0 and 30 December 1899.
+    double DateOffset() const { return dateOffset_; }
+
+    FormulaText& formulas() const { return *formulas_; }
+    // The cell whose formula was read last, as it was then.
+    KeptCell& kept() const { return *kept_; }
+
+    // The active cell: what sheet-less references and relative names are read
+    // from. Kept here, because a cell of a hidden sheet cannot be selected.
+    void SetActiveCell(const CellAddress& cell) { active_ = cell; }
+    CellAddress ActiveCell() const;
+
+private:
+    struct Life;  // outlives the document as long as the office refers to it
+
+    com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context_;
+    com::sun::star::uno::Reference<com::sun::star::frame::XModel> model_;
+    com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheets> sheets_;
+    com::sun::star::uno::Reference<com::sun::star::util::XNumberFormats> formats_;
+    std::shared_ptr<Life> life_;
+    double dateOffset_ = 0;
+    std::optional<CellAddress> active_;
+    std::unique_ptr<FormulaText> formulas_;
+    std::unique_ptr<KeptCell> kept_;
+    mutable std::map<sal_Int32, NumberKind> kinds_;
+};
+
+using DocumentPtr = std::shared_ptr<CalcDocument>;
+
+// Every member of a handle runs in here: a closed document fails, and the
+// office's exceptions become errors.
+template <class Call>
+decltype(auto) Ask(const DocumentPtr& document, Call&& call) {
+    document->Require();
+    return Translated(std::forward<Call>(call));
+}
+
+}  // namespace korvane::calc

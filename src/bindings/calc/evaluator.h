@@ -1,0 +1,49 @@
+// Evaluating expression texts, by scratch cells that leave no trace.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/value.h"
+#include "bindings/calc/calc_document.h"
+#include "bindings/calc/scratch.h"
+#include "bindings/calc/token_shape.h"
+
+namespace korvane::calc {
+
+class Evaluator {
+public:
+    explicit Evaluator(CalcDocument& document);
+
+    // What an expression gives, seen from the active cell.
+    struct Result {
+        std::optional<Place> place;  // a reference; `value` then means nothing
+        Value value;
+    };
+    Result Evaluate(const std::u16string& expression);
+
+private:
+    Result EvaluateTokens(const Tokens& tokens, Scratch& scratch) const;
+    std::optional<Place> AskForReference(const Tokens& tokens, Scratch& scratch) const;
+    Value AskForValue(const Tokens& tokens, Scratch& scratch) const;
+    Value AskForArray(const Tokens& tokens, int rows, int columns, Scratch& scratch) const;
+    // One value by plain formulas: the element of the array that `tokens` give.
+    Value AskForElement(const Tokens& tokens, int row, int column, Scratch& scratch) const;
+    double AskForNumber(const Tokens& expression, Scratch& scratch) const;
+    // Evaluates expressions that give numbers, with one write where possible.
+    std::vector<double> AskForNumbers(const std::vector<Tokens>& expressions, const Tokens& choose,
+                                      Scratch& scratch) const;
+    Tokens Frame(std::u16string_view text) const;
+    Tokens Insert(const Tokens& frame, const std::vector<Tokens>& parts) const;
+
+    CalcDocument& document_;
+    TokenShape shape_;
+    std::array<Tokens, 5> referenceFrames_;
+    std::array<Tokens, 2> sizeFrames_;
+    Tokens chooseFive_;
+    Tokens chooseTwo_;
+};
+
+}  // namespace korvane::calc

@@ -1,0 +1,117 @@
+#include "bindings/calc/kept_cell.h"
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/sheet/XArrayFormulaRange.hpp>
+#include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
+#include <com/sun/star/sheet/XFormulaTokens.hpp>
+#include <com/sun/star/table/CellContentType.hpp>
+
+#include "bindings/calc/errors.h"
+#include "bindings/calc/silence.h"
+#include "bindings/calc/uno_text.h"
+
+namespace korvane::calc {
+
+namespace css = com::sun::star;
+using css::uno::Reference;
+using css::uno::UNO_QUERY_THROW;
+
+namespace {
+
+bool IsSame(const CellAddress& a, const CellAddress& b) {
+    return a.Sheet == b.Sheet && a.Row == b.Row && a.Column == b.Column;
+}
+
+// Error names are lost in tokens: such a formula goes back as the office's text.
+bool HasErrorNames(const Tokens& tokens, const OpCodes& codes) {
+    for (const auto& token : tokens) {
+        if (token.OpCode == codes.push && !token.Data.hasValue()) return true;
+    }
+    return false;
+}
+
+const rtl::OUString& NumberFormat() {
+    static const rtl::OUString name = ToOUString(u"NumberFormat");
+    return name;
+}
+
+// "{=…}" without the brackets.
+rtl::OUString WithoutBraces(const rtl::OUString& formula) {
+    const std::u16string text = ToText(formula);
+    if (!text.starts_with(u'{') || !text.ends_with(u'}')) return formula;
+    return ToOUString(text.substr(1, text.size() - 2));
+}
+
+}  // namespace
+
+void KeptCell::Remember(const CellAddress& at, const Reference<css::table::XCell>& cell,
+                        const std::u16string& shown) {
+    if (changed_ && content_ && IsSame(content_->at, at)) return;
+    Content content;
+    content.at = at;
+    content.shown = shown;
+    content.formula = cell->getFormula();
+    content.isFormula = cell->getType() == css::table::CellContentType_FORMULA;
+    const Reference<css::sheet::XArrayFormulaRange> array(cell, css::uno::UNO_QUERY);
+    content.isArray = array.is() && array->getArrayFormula().getLength() > 0;
+    if (content.isArray) {
+        content.tokens = Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)->getArrayTokens();
+    } else if (content.isFormula) {
+        content.tokens = Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->getTokens();
+    }
+    Reference<css::beans::XPropertySet>(cell, UNO_QUERY_THROW)->getPropertyValue(NumberFormat()) >>=
+        content.numberFormat;
+    content.hasOwnFormat = Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)
+                               ->getPropertyState(NumberFormat()) == css::beans::PropertyState_DIRECT_VALUE;
+    content_ = std::move(content);
+    changed_ = false;
+}
+
+bool KeptCell::Holds(const CellAddress& at, const std::u16string& shown) const {
+    return HoldsCell(at) && content_->shown == shown;
+}
+
+bool KeptCell::HoldsCell(const CellAddress& at) const { return content_ && IsSame(content_->at, at); }
+
+void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silence, const OpCodes& codes) {
+    if (!content_) return;
+    const Content& content = *content_;
+    const auto asText = [&] {
+        silence.BeforeWrite();
+        if (content.isArray) {
+            Reference<css::sheet::XArrayFormulaRange>(cell, UNO_QUERY_THROW)
+                ->setArrayFormula(WithoutBraces(content.formula));
+        } else {
+            cell->setFormula(content.formula);
+        }
+    };
+    if (!content.isFormula || HasErrorNames(content.tokens, codes)) {
+        asText();
+    } else {
+        silence.BeforeWrite();
+        if (content.isArray) {
+            Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)->setArrayTokens(content.tokens);
+        } else {
+            Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->setTokens(content.tokens);
+        }
+        if (cell->getFormula() != content.formula) asText();
+    }
+    const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
+    sal_Int32 format = 0;
+    properties->getPropertyValue(NumberFormat()) >>= format;
+    if (format != content.numberFormat) {
+        silence.BeforeWrite();
+        if (content.hasOwnFormat) {
+            css::uno::Any value;
+            value <<= content.numberFormat;
+            properties->setPropertyValue(NumberFormat(), value);
+        } else {
+            Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)->setPropertyToDefault(NumberFormat());
+        }
+    }
+    if (cell->getFormula() != content.formula) Fail(u"The cell's formula could not be put back");
+    changed_ = false;
+}
+
+}  // namespace korvane::calc

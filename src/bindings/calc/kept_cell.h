@@ -1,0 +1,50 @@
+// One cell as it was, to be put back exactly.
+#pragma once
+
+#include <com/sun/star/sheet/FormulaToken.hpp>
+#include <com/sun/star/table/XCell.hpp>
+#include <com/sun/star/table/XCellRange.hpp>
+#include <optional>
+#include <string>
+
+#include "bindings/calc/calc_document.h"
+#include "bindings/calc/formula_text.h"
+
+namespace korvane::calc {
+
+class Silence;
+
+// Remembers the content of the cell whose formula was read last. While another
+// formula stands in that cell, what is remembered stays.
+class KeptCell {
+public:
+    // The cell's formula text was read as `shown`.
+    void Remember(const CellAddress& at, const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell,
+                  const std::u16string& shown);
+    // Whether `shown` is what was read from the cell.
+    bool Holds(const CellAddress& at, const std::u16string& shown) const;
+    bool HoldsCell(const CellAddress& at) const;
+    // Something else is about to be written into the remembered cell.
+    void MarkChanged() { changed_ = true; }
+
+    // Puts the remembered content back: tokens, array or not, number format.
+    // Throws when the cell does not take it.
+    void PutBack(const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell, Silence& silence,
+                 const OpCodes& codes);
+
+private:
+    struct Content {
+        CellAddress at;
+        std::u16string shown;
+        rtl::OUString formula;  // the office's own text of it
+        Tokens tokens;
+        bool isFormula = false;
+        bool isArray = false;
+        sal_Int32 numberFormat = 0;
+        bool hasOwnFormat = false;
+    };
+    std::optional<Content> content_;
+    bool changed_ = false;
+};
+
+}  // namespace korvane::calc

@@ -1,0 +1,14 @@
+// What the document's view knows: the active cell.
+#pragma once
+
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/table/CellAddress.hpp>
+#include <optional>
+
+namespace korvane::calc {
+
+// The cell of the cursor; nothing without a view, or for a view of another kind.
+std::optional<com::sun::star::table::CellAddress> ActiveCellOfView(
+    const com::sun::star::uno::Reference<com::sun::star::frame::XController>& controller);
+
+}  // namespace korvane::calc
