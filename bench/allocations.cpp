@@ -7,7 +7,7 @@ namespace {
 // The one thing that replacing operator new needs; the benchmarks run on one
 // thread, so that counting costs them next to nothing.
 std::int64_t count = 0;
-}
+}  // namespace
 
 namespace korvane::bench {
 std::int64_t Allocations() { return count; }

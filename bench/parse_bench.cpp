@@ -71,9 +71,8 @@ std::int64_t TotalBytes() {
 void ReportRates(benchmark::State& state) {
     const auto formulas = static_cast<double>(Formulas().size());
     state.SetBytesProcessed(state.iterations() * TotalBytes());
-    state.counters["per_formula"] =
-        benchmark::Counter(formulas, benchmark::Counter::kIsIterationInvariantRate |
-                                         benchmark::Counter::kInvert);
+    state.counters["per_formula"] = benchmark::Counter(
+        formulas, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void NaiveScan(benchmark::State& state) {
@@ -107,9 +106,9 @@ void Parse(benchmark::State& state) {
     state.counters["elements"] = static_cast<double>(elements);
     state.counters["allocations_per_element"] =
         static_cast<double>(allocations) / static_cast<double>(elements);
-    state.counters["host_calls_per_formula"] =
-        static_cast<double>(cell.hostCalls() - callsBefore) /
-        static_cast<double>(state.iterations()) / static_cast<double>(Formulas().size());
+    state.counters["host_calls_per_formula"] = static_cast<double>(cell.hostCalls() - callsBefore) /
+                                               static_cast<double>(state.iterations()) /
+                                               static_cast<double>(Formulas().size());
 }
 BENCHMARK(Parse)->ArgName("every_function")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 

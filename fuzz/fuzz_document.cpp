@@ -29,7 +29,8 @@ void ExploreIn(const nlohmann::json& json, bool everyFunction, bool precise) {
     const std::u16string before = cellText();
     {
         const auto application = host.Application();
-        const auto report = Explore(*application, application->ActiveCell(), everyFunction, precise);
+        const auto report =
+            Explore(*application, application->ActiveCell(), everyFunction, precise);
         Require(report.ok == report.tree.has_value());
         Require(report.ok || !report.log.empty());
         ToJson(report);

@@ -21,7 +21,8 @@ void CheckBelow(const CElement& parent) {
         Require(sub->clsParent() == &parent);
         Require(sub->lRootPosition() == sub->lGetRootPosition());
         Require(sub->lPos() >= 1);  // there are no names here
-        Require(sub->lPos() - 1 + sub->lLength() <= static_cast<std::int32_t>(parent.sFormula().size()));
+        Require(sub->lPos() - 1 + sub->lLength() <=
+                static_cast<std::int32_t>(parent.sFormula().size()));
         CheckBelow(*sub);
     }
 }
@@ -30,8 +31,7 @@ void CheckBelow(const CElement& parent) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static korvane::command::LoneCell cell;
-    const std::u16string formula =
-        korvane::ToUtf16({reinterpret_cast<const char*>(data), size});
+    const std::u16string formula = korvane::ToUtf16({reinterpret_cast<const char*>(data), size});
     for (const bool everyFunction : {false, true}) {
         CElement root;
         std::u16string error;

@@ -10,13 +10,13 @@ namespace korvane {
 // numbers of the host's automation language, so that one log reads alike
 // whoever failed.
 enum ErrorNumber : int {
-    kErrorInvalidCall = 5,      // a slice or jump outside a text
-    kErrorOverflow = 6,         // a number too large for a 32-bit whole number
+    kErrorInvalidCall = 5,  // a slice or jump outside a text
+    kErrorOverflow = 6,     // a number too large for a 32-bit whole number
     kErrorOutOfMemory = 7,
-    kErrorTypeMismatch = 13,    // a text without a numeric or Boolean reading
-    kErrorOutOfStack = 28,      // a formula nested too deeply, or in too many parts
-    kErrorObjectMissing = 91,   // an object that the host did not have
-    kErrorApplication = 1004,   // the host's general failure of a call
+    kErrorTypeMismatch = 13,         // a text without a numeric or Boolean reading
+    kErrorOutOfStack = 28,           // a formula nested too deeply, or in too many parts
+    kErrorObjectMissing = 91,        // an object that the host did not have
+    kErrorApplication = 1004,        // the host's general failure of a call
     kErrorObjectGone = -2147417848,  // the host object lives no more (closed document, lost host)
 };
 

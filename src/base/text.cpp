@@ -124,8 +124,7 @@ std::u16string_view TrimBlanks(std::u16string_view text) {
     return text;
 }
 
-std::u16string ReplaceAll(std::u16string text, std::u16string_view what,
-                          std::u16string_view with) {
+std::u16string ReplaceAll(std::u16string text, std::u16string_view what, std::u16string_view with) {
     for (auto at = text.find(what); at != std::u16string::npos;
          at = text.find(what, at + with.size())) {
         text.replace(at, what.size(), with);

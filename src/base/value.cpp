@@ -13,17 +13,18 @@ struct NamedError {
     std::u16string_view name;
 };
 constexpr std::array kErrorNames{
-    NamedError{ErrorCode::kDiv0, u"#DIV/0!"}, NamedError{ErrorCode::kNA, u"#N/A"},
-    NamedError{ErrorCode::kName, u"#NAME?"},  NamedError{ErrorCode::kNull, u"#NULL!"},
-    NamedError{ErrorCode::kNum, u"#NUM!"},    NamedError{ErrorCode::kRef, u"#REF!"},
+    NamedError{ErrorCode::kDiv0, u"#DIV/0!"},  NamedError{ErrorCode::kNA, u"#N/A"},
+    NamedError{ErrorCode::kName, u"#NAME?"},   NamedError{ErrorCode::kNull, u"#NULL!"},
+    NamedError{ErrorCode::kNum, u"#NUM!"},     NamedError{ErrorCode::kRef, u"#REF!"},
     NamedError{ErrorCode::kValue, u"#VALUE!"},
 };
 
 }  // namespace
 
 std::u16string ErrorName(ErrorCode code) {
-    const auto* const found = std::find_if(kErrorNames.begin(), kErrorNames.end(),
-                                    [&](const NamedError& entry) { return entry.code == code; });
+    const auto* const found =
+        std::find_if(kErrorNames.begin(), kErrorNames.end(),
+                     [&](const NamedError& entry) { return entry.code == code; });
     return std::u16string(found == kErrorNames.end() ? kUnknownError : found->name);
 }
 

@@ -61,7 +61,8 @@ void CElement::InitRoot(CElementOptions& clsOptions) {
         clsOptions.RestoreCalc();
     }
     try {
-        if (const auto name = clsOptions.rngRootCell->Name()) sFunction_ = sStripSheet(name->Name_());
+        if (const auto name = clsOptions.rngRootCell->Name())
+            sFunction_ = sStripSheet(name->Name_());
     } catch (const Error&) {
         // Then the cell is shown by its address.
     }

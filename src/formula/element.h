@@ -18,7 +18,7 @@ using CElementPtr = std::shared_ptr<CElement>;
 
 // What an element stands for. The numbers are part of the system's reports.
 enum ElementKind : std::int32_t {
-    kindOrdinary = 0,     // root, reference, name, function call, expression
+    kindOrdinary = 0,  // root, reference, name, function call, expression
     kindIfCondition = 1,
     kindIfTrue = 2,
     kindIfFalse = 3,
@@ -102,8 +102,8 @@ private:
 
     // element.cpp
     void InitRoot(CElementOptions& clsOptions);
-    CElement& AddSub(std::u16string_view sFormula, std::u16string_view sFunction,
-                     std::int32_t lPos, ElementKind enType, std::int32_t lTag);
+    CElement& AddSub(std::u16string_view sFormula, std::u16string_view sFunction, std::int32_t lPos,
+                     ElementKind enType, std::int32_t lTag);
     void ParseFurther(bool bNameExpanded);
     void CollapseSingleArgument();
     std::int32_t RootPositionBelow(std::int32_t lParentRootPosition) const;
@@ -123,8 +123,7 @@ private:
                                        std::optional<Value>& answer) const;
     bool bEvaluatePrecisely(const std::u16string& sText, std::u16string& sValue) const;
     host::NamePtr FindName(std::u16string_view sText) const;
-    host::RangePtr ResolveOperand(const std::u16string& sExpression,
-                                  const host::NamePtr& oName,
+    host::RangePtr ResolveOperand(const std::u16string& sExpression, const host::NamePtr& oName,
                                   const std::optional<Value>& answer) const;
     host::RangePtr ResolveRange(const std::u16string& sText, int depth) const;
     host::RangePtr ResolveIndirect(std::u16string_view sText) const;

@@ -26,7 +26,8 @@ void CElement::ParseIf() {
     for (std::size_t k = 0; k < parts.size() && k < 3; ++k) {
         if (parts[k].sString.empty()) continue;  // an omitted branch
         const auto add = [&](ElementKind kind, bool chosen) -> CElement& {
-            return AddSub(parts[k].sString, u"", parts[k].lPosition + kPrefix, kind, chosen ? 1 : 0);
+            return AddSub(parts[k].sString, u"", parts[k].lPosition + kPrefix, kind,
+                          chosen ? 1 : 0);
         };
         if (k == 0) {
             decision = TextToBoolean(add(kindIfCondition, false).sValue_);

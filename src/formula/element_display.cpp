@@ -88,7 +88,8 @@ void CElement::FillReferenceTexts() {
     sName_ = rngRange_->Address(host::kRelative);
     sLocation_ = sLocationText(rngRange_, false);
     sValue_ = sCalcValue_;
-    if (IsHidden(rngRange_->EntireRow()->Hidden()) || IsHidden(rngRange_->EntireColumn()->Hidden())) {
+    if (IsHidden(rngRange_->EntireRow()->Hidden()) ||
+        IsHidden(rngRange_->EntireColumn()->Hidden())) {
         return;  // the text of a hidden cell is not what the user can see
     }
     const Value text = rngRange_->Text();

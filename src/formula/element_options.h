@@ -20,9 +20,9 @@ public:
     CElementOptions(host::Application& application, ErrorReporter& reporter)
         : application_(application), reporter_(reporter) {}
 
-    bool bEveryFunction = false;  // every function call becomes an element
-    bool bPreciseCalc = false;    // evaluate function parts in the explored cell itself
-    host::RangePtr rngRootCell;   // the explored cell
+    bool bEveryFunction = false;     // every function call becomes an element
+    bool bPreciseCalc = false;       // evaluate function parts in the explored cell itself
+    host::RangePtr rngRootCell;      // the explored cell
     bool bMaybeImprecise = false;    // result: a value may differ from the cell's own
     bool bContainsIndirect = false;  // result: an INDIRECT was met
 

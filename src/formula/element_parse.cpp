@@ -70,7 +70,9 @@ private:
 class CElement::Scan {
 public:
     explicit Scan(CElement& element)
-        : element_(element), text_(element.sFormula_), length_(static_cast<std::int32_t>(text_.size())) {}
+        : element_(element),
+          text_(element.sFormula_),
+          length_(static_cast<std::int32_t>(text_.size())) {}
 
     void Run() {
         // A call's own name is no token of its arguments: its scan begins at "(".
@@ -83,7 +85,8 @@ public:
 private:
     char16_t At(std::int32_t lPos) const { return text_[static_cast<std::size_t>(lPos) - 1]; }
     std::u16string_view Slice(std::int32_t from, std::int32_t to) const {  // both included
-        return text_.substr(static_cast<std::size_t>(from) - 1, static_cast<std::size_t>(to) - static_cast<std::size_t>(from) + 1);
+        return text_.substr(static_cast<std::size_t>(from) - 1,
+                            static_cast<std::size_t>(to) - static_cast<std::size_t>(from) + 1);
     }
 
     void Step() {
@@ -169,7 +172,8 @@ private:
         const std::int32_t closing = lClosingBracket(i_, text_);
         const std::u16string_view call = Slice(tokenStart_, closing);
         if (!bIsConstant(call)) {
-            const CElement& added = element_.AddSub(call, token_.view(), tokenStart_, kindOrdinary, 0);
+            const CElement& added =
+                element_.AddSub(call, token_.view(), tokenStart_, kindOrdinary, 0);
             if (!element_.clsOptions_->bEveryFunction && !added.rngRange_) {
                 ReplaceCallByItsArguments(closing);
                 return;

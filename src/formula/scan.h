@@ -10,24 +10,13 @@ namespace korvane {
 
 // "+-*^/<>=&,%": they end a token. The argument separator is one of them.
 constexpr bool bIsOperator(char16_t ch) {
-    switch (ch) {
-        case u'+': case u'-': case u'*': case u'^': case u'/': case u'<':
-        case u'>': case u'=': case u'&': case u',': case u'%':
-            return true;
-        default:
-            return false;
-    }
+    return std::u16string_view(u"+-*^/<>=&,%").find(ch) != std::u16string_view::npos;
 }
 
 // Brackets, braces, blank and line feed: they never belong to a token, and end
 // none ("A1 B1" is one token, "A1B1").
 constexpr bool bIsFiller(char16_t ch) {
-    switch (ch) {
-        case u'(': case u')': case u'{': case u'}': case u' ': case u'\n':
-            return true;
-        default:
-            return false;
-    }
+    return std::u16string_view(u"(){} \n").find(ch) != std::u16string_view::npos;
 }
 
 constexpr bool bIsQuote(char16_t ch) { return ch == u'"' || ch == u'\''; }

@@ -34,9 +34,9 @@ public:
     // What to add. `temporary` controls are forgotten when the host closes.
     struct NewControl {
         int type = 0;                             // msoControlButton or msoControlPopup
-        int id = 1;                             // 1: a custom control
+        int id = 1;                               // 1: a custom control
         std::optional<std::u16string> parameter;  // the command identifier
-        std::optional<int> before;              // 1-based place; the end when left out
+        std::optional<int> before;                // 1-based place; the end when left out
         bool temporary = true;
     };
     // Adds a control and returns it: a CommandBarButton for a button.

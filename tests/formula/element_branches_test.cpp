@@ -22,14 +22,16 @@ std::string BranchesOf(const CElement& root) {
 }
 
 std::string Branches(const std::string& formula, const std::string& evaluate) {
-    const auto host = HostWith(formula, R"("B1":2,"C1":3)", R"("literals":true,"evaluate":{)" + evaluate + "}");
+    const auto host =
+        HostWith(formula, R"("B1":2,"C1":3)", R"("literals":true,"evaluate":{)" + evaluate + "}");
     const Exploration exploration(*host, true);
     return exploration.ok ? BranchesOf(exploration.root()) : "failed";
 }
 
 TEST(ElementIf, ACallGivesAConditionAndTwoBranchesOneOfThemChosen) {
-    const auto host = HostWith("=IF(A1>0,B1,C1)", R"("B1":2,"C1":3)",
-                               R"j("evaluate":{"=A1>0":{"value":true},"=IF(A1>0,B1,C1)":{"value":2}})j");
+    const auto host =
+        HostWith("=IF(A1>0,B1,C1)", R"("B1":2,"C1":3)",
+                 R"j("evaluate":{"=A1>0":{"value":true},"=IF(A1>0,B1,C1)":{"value":2}})j");
     const Exploration exploration(*host, true);
     EXPECT_EQ(exploration.text(),
               "A1 | =IF(A1>0,B1,C1) @0 | S<A1> | 1\n"
@@ -89,20 +91,15 @@ TEST(ElementIf, TheConditionIsReadByItsValue) {
         bool decision;
     };
     for (const Case& c : {
-             Case{R"({"value":true})", "True", true},
-             Case{R"({"value":false})", "False", false},
+             Case{R"({"value":true})", "True", true}, Case{R"({"value":false})", "False", false},
              Case{R"({"value":"TRUE"})", "TRUE", true},
-             Case{R"({"value":"false"})", "false", false},
-             Case{R"({"value":0})", "False", false},
-             Case{R"({"value":"0"})", "False", false},
-             Case{R"({"value":3})", "True", true},
-             Case{R"({"value":-0.5})", "True", true},
-             Case{R"({"value":"0.0E5"})", "False", false},
-             Case{R"({"value":""})", "False", false},
-             Case{R"({"value":null})", "False", false},
+             Case{R"({"value":"false"})", "false", false}, Case{R"({"value":0})", "False", false},
+             Case{R"({"value":"0"})", "False", false}, Case{R"({"value":3})", "True", true},
+             Case{R"({"value":-0.5})", "True", true}, Case{R"({"value":"0.0E5"})", "False", false},
+             Case{R"({"value":""})", "False", false}, Case{R"({"value":null})", "False", false},
              Case{R"({"value":[1,2]})", "False", false},  // an array has no text
              Case{R"({"value":"abc"})", "True", true},
-             Case{R"({"error":2042})", "True", true},     // an error too, on purpose
+             Case{R"({"error":2042})", "True", true},  // an error too, on purpose
          }) {
         EXPECT_EQ(Branches("=IF(X<9,B1,C1)", std::string("\"=X<9\":") + c.answer),
                   std::string("condition X<9@5=") + c.shown + "\nif true" +
@@ -129,7 +126,8 @@ TEST(ElementIf, IsRecognisedInAnyCaseAndNestsInItsBranches) {
 
 TEST(ElementIf, AConditionThatIsOneCallOfOneReferenceEndsAsALeafWithItsCells) {
     // The call collapses on A1, and then the condition on the call.
-    const auto host = HostWith("=IF(ISERROR(A1),0,A1)", "", R"j("literals":true,"evaluate":{"=ISERROR(A1)":{"value":false}})j");
+    const auto host = HostWith("=IF(ISERROR(A1),0,A1)", "",
+                               R"j("literals":true,"evaluate":{"=ISERROR(A1)":{"value":false}})j");
     const Exploration exploration(*host, true);
     EXPECT_EQ(exploration.text(),
               "A1 | =IF(ISERROR(A1),0,A1) @0 | S<A1> | 1\n"
@@ -198,20 +196,23 @@ TEST(ElementChoose, TheIndexIsRoundedToTheEvenNeighbour) {
         const char* answer;
         const char* shown;
     };
-    for (const Case& c : {Case{"2.5", "2"}, Case{"1.5", "2"}, Case{"2.51", "3"}, Case{"0.5", "0"},
-                          Case{"-1", "-1"}, Case{"\" 2 \"", "2"}, Case{"\"1E0\"", "1"}, Case{"99", "99"}}) {
+    for (const Case& c :
+         {Case{"2.5", "2"}, Case{"1.5", "2"}, Case{"2.51", "3"}, Case{"0.5", "0"}, Case{"-1", "-1"},
+          Case{"\" 2 \"", "2"}, Case{"\"1E0\"", "1"}, Case{"99", "99"}}) {
         const std::string shown = c.shown;
-        EXPECT_EQ(Branches("=CHOOSE(X/1,B1,C1,9)", std::string("\"=X/1\":{\"value\":") + c.answer + "}"),
-                  "index X/1@9=" + shown + "\nvalue1" + (shown == "1" ? " (chosen)" : "") +
-                      " B1@13=2\nvalue2" + (shown == "2" ? " (chosen)" : "") + " C1@16=3\nvalue3" +
-                      (shown == "3" ? " (chosen)" : "") + " 9@19=9\n")
+        EXPECT_EQ(
+            Branches("=CHOOSE(X/1,B1,C1,9)", std::string("\"=X/1\":{\"value\":") + c.answer + "}"),
+            "index X/1@9=" + shown + "\nvalue1" + (shown == "1" ? " (chosen)" : "") +
+                " B1@13=2\nvalue2" + (shown == "2" ? " (chosen)" : "") + " C1@16=3\nvalue3" +
+                (shown == "3" ? " (chosen)" : "") + " 9@19=9\n")
             << c.answer;
     }
 }
 
 TEST(ElementChoose, AnIndexWithoutANumericReadingEndsTheExploration) {
     for (const char* value : {R"({"error":2042})", "\"abc\"", "\"\"", "null", "true"}) {
-        const auto host = HostWith("=CHOOSE(X1,A1,B1)", std::string(R"("X1":{"value":)") + value + "}");
+        const auto host =
+            HostWith("=CHOOSE(X1,A1,B1)", std::string(R"("X1":{"value":)") + value + "}");
         const Exploration exploration(*host, true);
         EXPECT_FALSE(exploration.ok) << value;
         ASSERT_EQ(exploration.log().size(), 1U);
@@ -227,7 +228,8 @@ TEST(ElementChoose, AnIndexTooLargeForAWholeNumberEndsItToo) {
 }
 
 TEST(ElementChoose, AnEmptyValueKeepsItsNumber) {
-    EXPECT_EQ(Branches("=CHOOSE(3,,B1,C1)", ""), "index 3@9=3\nvalue2 B1@12=2\nvalue3 (chosen) C1@15=3\n");
+    EXPECT_EQ(Branches("=CHOOSE(3,,B1,C1)", ""),
+              "index 3@9=3\nvalue2 B1@12=2\nvalue3 (chosen) C1@15=3\n");
     EXPECT_EQ(Branches("=CHOOSE(,B1)", ""), "value1 B1@10=2\n") << "no index chooses nothing";
     EXPECT_EQ(Branches("=CHOOSE(1,B1,)", ""), "index 1@9=1\nvalue1 (chosen) B1@11=2\n");
 }

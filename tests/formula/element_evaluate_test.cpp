@@ -15,7 +15,9 @@ using test::HostWith;
 
 std::string CalcOf(const CElement& element) { return ToUtf8(element.sCalcValue()); }
 
-const CElement& First(const Exploration& exploration) { return *exploration.root().colSubs().at(0); }
+const CElement& First(const Exploration& exploration) {
+    return *exploration.root().colSubs().at(0);
+}
 
 std::string RangeOf(const CElement& element) {
     return element.rngRange() ? ToUtf8(element.rngRange()->Address(host::kExternal)) : "none";
@@ -43,7 +45,9 @@ TEST(EvaluateFast, AsksTheHostForEachPartWithAnEqualsSign) {
     const Exploration exploration(*host, true);
     const auto log = LogOf(*host, "Application.Evaluate");
     for (const char* text : {"=B1", "=MAX(C1,2)", "=C1"}) {
-        EXPECT_EQ(std::count(log.begin(), log.end(), std::string("Application.Evaluate ") + text), 1) << text;
+        EXPECT_EQ(std::count(log.begin(), log.end(), std::string("Application.Evaluate ") + text),
+                  1)
+            << text;
     }
     EXPECT_EQ(log.size(), 3U);
     EXPECT_EQ(host->CountOf("Range.SetFormula"), 0);
@@ -94,7 +98,8 @@ TEST(EvaluateFast, AFailureWhileEvaluatingAPartIsNotCaught) {
 
 TEST(EvaluateFast, AFailureWhileResolvingCellsGivesAPartWithoutCells) {
     // The texts that are made for INDIRECT and OFFSET fail, the calls do not.
-    const auto host = HostWith("=INDIRECT(B1)+OFFSET(C1,F(1),0)", R"("B1":"X9")", R"j("literals":true,"evaluate":{
+    const auto host =
+        HostWith("=INDIRECT(B1)+OFFSET(C1,F(1),0)", R"("B1":"X9")", R"j("literals":true,"evaluate":{
         "=INDIRECT(\"X9\",1)":{"fail":true},"=INDIRECT(B1)":{"value":1},
         "=OFFSET([B.xls]S!$C$1,5,0,,)":{"fail":true},"=OFFSET(C1,F(1),0)":{"value":2},
         "=F(1)":{"value":5}})j");
@@ -130,7 +135,8 @@ TEST(EvaluatePrecise, AFunctionPartIsWrittenIntoTheCellAndTheCellPutBack) {
     EXPECT_EQ(CalcOf(First(exploration)), "written");
     EXPECT_FALSE(exploration.options().bMaybeImprecise);
     EXPECT_EQ(LogOf(*host, "Range.SetFormula"),
-              (std::vector<std::string>{"Range.SetFormula =MAX(B1,C1)", "Range.SetFormula =MAX(B1,C1)+1"}));
+              (std::vector<std::string>{"Range.SetFormula =MAX(B1,C1)",
+                                        "Range.SetFormula =MAX(B1,C1)+1"}));
     EXPECT_EQ(FormulaOf(*host), "=MAX(B1,C1)+1");
     EXPECT_EQ(ToUtf8(exploration.root().sValue()), "1") << "the cell shows its own value again";
 }
@@ -199,14 +205,17 @@ TEST(EvaluatePrecise, TheHostCalculatesManuallyMeanwhileAndAsBeforeAfterwards) {
     EXPECT_EQ(host->CountOf("Application.SetCalculation"), 2) << "once to manual, once back";
     EXPECT_EQ(host->CountOf("Application.SetScreenUpdating"), 2);
     const auto& log = host->log();
-    const auto place = [&](const std::string& line) { return std::find(log.begin(), log.end(), line) - log.begin(); };
+    const auto place = [&](const std::string& line) {
+        return std::find(log.begin(), log.end(), line) - log.begin();
+    };
     EXPECT_LT(place("Application.SetCalculation"), place("Range.SetFormula =MAX(B1,C1)"));
     EXPECT_EQ(host->model().calculation, -4105);
     EXPECT_TRUE(host->model().screenUpdating);
 }
 
 TEST(EvaluatePrecise, AnErrorOrABlockInTheCellIsItsValue) {
-    const auto host = HostWith("=F(1)+G(2)", "", R"j("literals":true,"evaluate":{"=F(1)":{"value":9}},
+    const auto host =
+        HostWith("=F(1)+G(2)", "", R"j("literals":true,"evaluate":{"=F(1)":{"value":9}},
         "write":{"=F(1)":{"error":2042},"=G(2)":{"range":"S!B1:B2"}})j");
     Exploration exploration(*host, true, true);
     EXPECT_EQ(CalcOf(First(exploration)), "#N/A");
@@ -217,7 +226,8 @@ TEST(EvaluatePrecise, AnErrorOrABlockInTheCellIsItsValue) {
 TEST(EvaluatePrecise, ACellOfALargerArrayRefusesAndThePartIsEvaluatedOutside) {
     const auto host = HostOf(R"j({"workbooks":[{"sheets":[{"name":"S","cells":{
         "A1":{"formula":"=MAX(B1,C1)","value":1,"hasArray":true,"currentArray":"A1:A3"}}}]}],
-        "evaluate":{"=MAX(B1,C1)":{"value":"evaluated"}},"write":{"=MAX(B1,C1)":{"value":"written"}}})j");
+        "evaluate":{"=MAX(B1,C1)":{"value":"evaluated"}},
+            "write":{"=MAX(B1,C1)":{"value":"written"}}})j");
     host->StartLog();
     Exploration exploration(*host, true, true);
     ASSERT_TRUE(exploration.ok);
@@ -231,12 +241,14 @@ TEST(EvaluatePrecise, ACellOfALargerArrayRefusesAndThePartIsEvaluatedOutside) {
 TEST(EvaluatePrecise, AnArrayFormulaOfOneCellIsWrittenAndPutBackAsOne) {
     const auto host = HostOf(R"j({"workbooks":[{"sheets":[{"name":"S","cells":{
         "A1":{"formula":"=MAX(B1,C1)*2","value":1,"hasArray":true}}}]}],
-        "evaluate":{"=MAX(B1,C1)":{"value":"evaluated"}},"write":{"=MAX(B1,C1)":{"value":"written"}}})j");
+        "evaluate":{"=MAX(B1,C1)":{"value":"evaluated"}},
+            "write":{"=MAX(B1,C1)":{"value":"written"}}})j");
     host->StartLog();
     Exploration exploration(*host, true, true);
     EXPECT_EQ(CalcOf(First(exploration)), "written");
     EXPECT_EQ(LogOf(*host, "Range.SetFormula"),
-              (std::vector<std::string>{"Range.SetFormulaArray =MAX(B1,C1)", "Range.SetFormulaArray =MAX(B1,C1)*2"}));
+              (std::vector<std::string>{"Range.SetFormulaArray =MAX(B1,C1)",
+                                        "Range.SetFormulaArray =MAX(B1,C1)*2"}));
     EXPECT_TRUE(host->model().activeSheet->At(1, 1).content.hasArray);
     EXPECT_EQ(FormulaOf(*host), "=MAX(B1,C1)*2");
 }
@@ -320,7 +332,8 @@ TEST(EvaluateIndirect, AsksWithTheReferenceTextAndTheStyle) {
         const auto log = LogOf(*host, "Application.Evaluate =INDIRECT(\"");
         const std::string own = std::string("Application.Evaluate ") + c.formula;
         std::vector<std::string> asked;
-        std::copy_if(log.begin(), log.end(), std::back_inserter(asked), [&](const auto& line) { return line != own; });
+        std::copy_if(log.begin(), log.end(), std::back_inserter(asked),
+                     [&](const auto& line) { return line != own; });
         if (c.asked) {
             ASSERT_EQ(asked.size(), 1U) << c.formula;
             EXPECT_EQ(asked[0], std::string("Application.Evaluate ") + c.asked) << c.formula;
@@ -331,15 +344,18 @@ TEST(EvaluateIndirect, AsksWithTheReferenceTextAndTheStyle) {
 }
 
 TEST(EvaluateIndirect, OnlyAWholeCallInCapitalsCounts) {
-    for (const auto& [formula, functions] :
-         {std::pair{"=indirect(B1)", true}, {"=A1INDIRECT(B1)", true}, {"=INDIRECTS(B1)", true}, {"=SUM(B1)", true}}) {
+    for (const auto& [formula, functions] : {std::pair{"=indirect(B1)", true},
+                                             {"=A1INDIRECT(B1)", true},
+                                             {"=INDIRECTS(B1)", true},
+                                             {"=SUM(B1)", true}}) {
         const auto host = HostWith(formula);
         EXPECT_FALSE(Exploration(*host, functions).options().bContainsIndirect) << formula;
     }
 }
 
 TEST(EvaluateIndirect, InANamesDefinitionItCountsToo) {
-    const auto host = HostOf(R"j({"workbooks":[{"names":{"Far":"=INDIRECT(S!B1)","Near":"=INDIRECT(S!B1)+1"},
+    const auto host =
+        HostOf(R"j({"workbooks":[{"names":{"Far":"=INDIRECT(S!B1)","Near":"=INDIRECT(S!B1)+1"},
         "sheets":[{"name":"S","cells":{"A1":{"formula":"=Far"},"B1":"C3"}}]}],
         "evaluate":{"=INDIRECT(\"C3\",1)":{"range":"S!C3"}}})j");
     Exploration exploration(*host, false);
@@ -358,7 +374,8 @@ TEST(EvaluateOffset, AsksWithTheFullAddressAndTheEvaluatedArguments) {
              Case{"=OFFSET(A1,2,1)", "=OFFSET([B.xls]S!$A$1,2,1,,)"},
              Case{"=OFFSET(A1,B1)", "=OFFSET([B.xls]S!$A$1,4,,,)"},
              Case{"=OFFSET(A1,,,2,3)", "=OFFSET([B.xls]S!$A$1,,,2,3)"},
-             Case{"=OFFSET('My Sheet'!A1:B2,1,1,,B1)", "=OFFSET('[B.xls]My Sheet'!$A$1:$B$2,1,1,,4)"},
+             Case{"=OFFSET('My Sheet'!A1:B2,1,1,,B1)",
+                  "=OFFSET('[B.xls]My Sheet'!$A$1:$B$2,1,1,,4)"},
              Case{"=OFFSET(A1,1,2,3,4,5)", "=OFFSET([B.xls]S!$A$1,1,2,3,4)"},
              Case{"=OFFSET(A1,B1/8,-1)", "=OFFSET([B.xls]S!$A$1,0.5,-1,,)"},
              Case{"=OFFSET(A1,Z9,#N/A)", "=OFFSET([B.xls]S!$A$1,,#NAME?,,)"},
@@ -366,7 +383,8 @@ TEST(EvaluateOffset, AsksWithTheFullAddressAndTheEvaluatedArguments) {
              Case{"=OFFSET(OFFSET(A1,1,1),1)", "=OFFSET([B.xls]S!$B$2,1,,,)"},
              Case{"=OFFSET(INDIRECT(C1),1)", "=OFFSET([B.xls]S!$C$3,1,,,)"},
          }) {
-        const auto host = HostWith(c.formula, R"("B1":4,"C1":"C3")", R"j("literals":true,"evaluate":{
+        const auto host =
+            HostWith(c.formula, R"("B1":4,"C1":"C3")", R"j("literals":true,"evaluate":{
             "=B1/8":{"value":0.5},"=OFFSET([B.xls]S!$A$1,1,1,,)":{"range":"S!B2"},
             "=INDIRECT(\"C3\",1)":{"range":"S!C3"}})j");
         host->StartLog();
@@ -377,8 +395,9 @@ TEST(EvaluateOffset, AsksWithTheFullAddressAndTheEvaluatedArguments) {
 }
 
 TEST(EvaluateOffset, LeadsToTheMovedCells) {
-    const auto host = HostWith("=OFFSET(A1,2,1)", R"("B3":33)",
-                               R"j("literals":true,"evaluate":{"=OFFSET([B.xls]S!$A$1,2,1,,)":{"range":"S!B3"}})j");
+    const auto host = HostWith(
+        "=OFFSET(A1,2,1)", R"("B3":33)",
+        R"j("literals":true,"evaluate":{"=OFFSET([B.xls]S!$A$1,2,1,,)":{"range":"S!B3"}})j");
     Exploration exploration(*host, false);
     EXPECT_EQ(exploration.text(),
               "A1 | =OFFSET(A1,2,1) @0 | S<A1> | 1\n"
@@ -398,7 +417,8 @@ TEST(EvaluateOffset, ABaseThatLeadsNowhereMovesNothing) {
 
 TEST(EvaluateOffset, ArgumentsThatAreExpressionsTakeThePreciseWay) {
     const auto host = HostWith("=OFFSET(A1,B1+1,C1)", R"("B1":4,"C1":1)", R"j("literals":true,
-        "evaluate":{"=OFFSET([B.xls]S!$A$1,7,1,,)":{"range":"S!B8"}},"write":{"=B1+1":{"value":7}})j");
+        "evaluate":{"=OFFSET([B.xls]S!$A$1,7,1,,)":{"range":"S!B8"}},
+            "write":{"=B1+1":{"value":7}})j");
     host->StartLog();
     const Exploration exploration(*host, false, true);
     EXPECT_EQ(RangeOf(First(exploration)), "[B.xls]S!$B$8");
@@ -427,7 +447,8 @@ TEST(EvaluateNames, FailuresOfTheLookUpMeanNoName) {
         ASSERT_TRUE(exploration.ok) << member;
         const bool sheetFails = std::string(member) != "Workbook.Names";
         const bool bookFails = std::string(member) != "Worksheet.Names";
-        EXPECT_EQ(ToUtf8(First(exploration).sFunction()), sheetFails && bookFails ? "" : "Rate") << member;
+        EXPECT_EQ(ToUtf8(First(exploration).sFunction()), sheetFails && bookFails ? "" : "Rate")
+            << member;
     }
 }
 

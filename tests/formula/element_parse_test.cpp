@@ -52,22 +52,22 @@ TEST(ElementParse, PlainModeSeesThroughFunctions) {
              Case{"=A1<=B1>=C1", "A1@2 B1@6 C1@10"},
              Case{"=[Book2]Data!B2+Data!B2:C5", "[Book2]Data!B2@2 Data!B2:C5@17"},
              Case{"=\"a\"&B1&\"c\"", "B1@6"},
-             Case{"=1E5+1.5E-3", "1.5E@6"},      // the sign of an exponent is an operator
-             Case{"=TRUE", "TRUE@2"},            // no constant by the rules of the scan
-             Case{"=A1 B1", "A1B1@2"},           // a blank ends no token
-             Case{"=(A1)(B1)", "B1@7"},          // and A1 before "(" is a function's name
+             Case{"=1E5+1.5E-3", "1.5E@6"},  // the sign of an exponent is an operator
+             Case{"=TRUE", "TRUE@2"},        // no constant by the rules of the scan
+             Case{"=A1 B1", "A1B1@2"},       // a blank ends no token
+             Case{"=(A1)(B1)", "B1@7"},      // and A1 before "(" is a function's name
              Case{"=A1\n+B1", "A1@2 B1@6"},
              Case{"= A1 + B1 ", "A1@3 B1@8"},
              Case{"=SUM((A1,B1),C1)", "A1@7 B1@10 C1@14"},
-             Case{"=:A1", "A1@3"},               // a leading colon is dropped
+             Case{"=:A1", "A1@3"},  // a leading colon is dropped
              Case{"=A1:B1:C1", "A1:B1:C1@2"},
-             Case{"=A1:SUM(B1)", "B1@9"},        // seen through with what is before the colon
+             Case{"=A1:SUM(B1)", "B1@9"},  // seen through with what is before the colon
              Case{"=5:INDEX(B1,2)", "B1@10"},
              Case{"=SUM(A1", "A1@6"},
              Case{"=A1)+B1", "A1@2 B1@6"},
              Case{"=#REF!+A1", "#REF!@2 A1@8"},
              Case{"=#N/A", "#N/A@2"},
-             Case{"=#REF!/A1", "#REF!/A1@2"},    // one token, for "#" and "/" go together
+             Case{"=#REF!/A1", "#REF!/A1@2"},  // one token, for "#" and "/" go together
              Case{"=A1&'It''s'!B1", "A1@2 'It''s'!B1@5"},
              Case{"='a(b'!A1*'c,d'!B1", "'a(b'!A1@2 'c,d'!B1@11"},
              Case{"=A1@B1", "A1@B1@2"},
@@ -91,15 +91,13 @@ TEST(ElementParse, EveryFunctionModeMakesEachCallAPart) {
              Case{"=IFERROR(A1/B1,#DIV/0!)", "IFERROR(A1/B1,#DIV/0!)@2[A1@10 B1@13 #DIV/0!@16]"},
              Case{"=MAX(A1,MIN(B1,C1))", "MAX(A1,MIN(B1,C1))@2[A1@6 MIN(B1,C1)@9[B1@13 C1@16]]"},
              Case{"=NOW()", "NOW()@2"},
-             Case{"=SUM(A1", "SUM(A1@2[A1@6]"},     // an open bracket runs to the end
+             Case{"=SUM(A1", "SUM(A1@2[A1@6]"},  // an open bracket runs to the end
              Case{"=SUM(A1+1,B1", "SUM(A1+1,B1@2[A1@6 B1@11]"},
              Case{"=sum(A1,B1)", "sum(A1,B1)@2[A1@6 B1@9]"},
-             Case{"=\"a\"(B1)", ""},                // begins with a text: a constant
-             Case{"=F(1)(B1)", "F(1)@2 B1@7"},
-             Case{"=SUM (A1,B1)", "SUM (A1,B1)@2[A1@7 B1@10]"},
-             Case{"=ABS(-1)", "ABS(-1)@2"},
-             Case{"=LEN(\"a,b\")", "LEN(\"a,b\")@2"},
-             Case{"=(A1+B1)*2", "A1@3 B1@6"},       // a bracket without a name is none
+             Case{"=\"a\"(B1)", ""},  // begins with a text: a constant
+             Case{"=F(1)(B1)", "F(1)@2 B1@7"}, Case{"=SUM (A1,B1)", "SUM (A1,B1)@2[A1@7 B1@10]"},
+             Case{"=ABS(-1)", "ABS(-1)@2"}, Case{"=LEN(\"a,b\")", "LEN(\"a,b\")@2"},
+             Case{"=(A1+B1)*2", "A1@3 B1@6"},  // a bracket without a name is none
          }) {
         EXPECT_EQ(PartsOf(c.formula, true), c.parts) << c.formula;
     }
@@ -124,7 +122,8 @@ TEST(ElementParse, InAnArrayConstantTheBracesAreSkippedAndASemicolonBelongsToATo
 }
 
 TEST(ElementParse, AnErrorConstantIsAPartWithTheErrorsLabel) {
-    const auto host = HostWith("=IFERROR(A1/B1,#DIV/0!)", "", R"("evaluate":{"=#DIV/0!":{"error":2007}})");
+    const auto host =
+        HostWith("=IFERROR(A1/B1,#DIV/0!)", "", R"("evaluate":{"=#DIV/0!":{"error":2007}})");
     const Exploration exploration(*host, false);
     EXPECT_EQ(exploration.text(),
               "A1 | =IFERROR(A1/B1,#DIV/0!) @0 | S<A1> | 1\n"
@@ -136,8 +135,9 @@ TEST(ElementParse, AnErrorConstantIsAPartWithTheErrorsLabel) {
 // ---- Reference functions ----
 
 TEST(ElementParse, AReferenceFunctionThatLeadsToCellsIsOnePart) {
-    const auto host = HostWith("=INDEX(B1:B9,3)", R"("B3":30)",
-                               R"j("literals":true,"evaluate":{"=INDEX(B1:B9,3)":{"range":"S!B3"}})j");
+    const auto host =
+        HostWith("=INDEX(B1:B9,3)", R"("B3":30)",
+                 R"j("literals":true,"evaluate":{"=INDEX(B1:B9,3)":{"range":"S!B3"}})j");
     const Exploration exploration(*host, false);
     EXPECT_EQ(exploration.text(),
               "A1 | =INDEX(B1:B9,3) @0 | S<A1> | 1\n"
@@ -146,7 +146,8 @@ TEST(ElementParse, AReferenceFunctionThatLeadsToCellsIsOnePart) {
 }
 
 TEST(ElementParse, OneThatLeadsToNoneIsReplacedByItsArguments) {
-    const auto host = HostWith("=INDEX(B1:B9,3)", "", R"j("evaluate":{"=INDEX(B1:B9,3)":{"value":30}})j");
+    const auto host =
+        HostWith("=INDEX(B1:B9,3)", "", R"j("evaluate":{"=INDEX(B1:B9,3)":{"value":30}})j");
     const Exploration exploration(*host, false);
     EXPECT_EQ(exploration.text(),
               "A1 | =INDEX(B1:B9,3) @0 | S<A1> | 1\n"
@@ -154,8 +155,9 @@ TEST(ElementParse, OneThatLeadsToNoneIsReplacedByItsArguments) {
 }
 
 TEST(ElementParse, ARangeUpToAReferenceFunctionHasBothEndsAsParts) {
-    const auto host = HostWith("=A1:INDEX(B1:B9,3)", "",
-                               R"j("literals":true,"evaluate":{"=INDEX(B1:B9,3)":{"range":"S!B3"}})j");
+    const auto host =
+        HostWith("=A1:INDEX(B1:B9,3)", "",
+                 R"j("literals":true,"evaluate":{"=INDEX(B1:B9,3)":{"range":"S!B3"}})j");
     const Exploration exploration(*host, false);
     ASSERT_EQ(exploration.root().colSubs().size(), 2U);
     EXPECT_EQ(ToUtf8(exploration.root().colSubs()[0]->sFormula()), "A1");
@@ -174,8 +176,9 @@ TEST(ElementParse, TailsOfTheirNamesAreOpenedLikeThem) {
 }
 
 TEST(ElementParse, ACallWhoseCollapseTakesItsCellsAwayIsReplacedToo) {
-    const auto host = HostWith("=INDEX(Nowhere)+1", "",
-                               R"j("literals":true,"evaluate":{"=INDEX(Nowhere)":{"range":"S!B3"}})j");
+    const auto host =
+        HostWith("=INDEX(Nowhere)+1", "",
+                 R"j("literals":true,"evaluate":{"=INDEX(Nowhere)":{"range":"S!B3"}})j");
     const Exploration exploration(*host, false);
     EXPECT_EQ(PartsBelow(exploration.root()), "Nowhere@8");
 }
@@ -230,7 +233,7 @@ TEST(ElementCollapse, OnlyTheWholeArgumentCounts) {
              Case{"=SUM(-B1)", "SUM(-B1)@2[B1@7]"},
              Case{"=SUM(B1,1)", "SUM(B1,1)@2[B1@6]"},
              Case{"=SUM((B1))", "SUM((B1))@2[B1@7]"},
-             Case{"=SUM(ABS(B1))", "SUM(ABS(B1))@2"},      // ABS has collapsed before
+             Case{"=SUM(ABS(B1))", "SUM(ABS(B1))@2"},  // ABS has collapsed before
              Case{"=SUM(MAX(B1,C1))", "SUM(MAX(B1,C1))@2[MAX(B1,C1)@6[B1@10 C1@13]]"},
              Case{"=INDIRECT(B1)", "INDIRECT(B1)@2[B1@11]"},
              Case{"=indirect(B1)", "indirect(B1)@2[B1@11]"},
@@ -241,8 +244,8 @@ TEST(ElementCollapse, OnlyTheWholeArgumentCounts) {
 }
 
 TEST(ElementCollapse, TakesTheChildsCellsEvenWhenItHasNone) {
-    const auto host = HostWith("=SUM(Nowhere)", "",
-                               R"j("literals":true,"evaluate":{"=SUM(Nowhere)":{"range":"S!B3"}})j");
+    const auto host = HostWith(
+        "=SUM(Nowhere)", "", R"j("literals":true,"evaluate":{"=SUM(Nowhere)":{"range":"S!B3"}})j");
     const Exploration exploration(*host, true);
     EXPECT_EQ(exploration.text(),
               "A1 | =SUM(Nowhere) @0 | S<A1> | 1\n"
@@ -253,8 +256,10 @@ TEST(ElementCollapse, TakesTheChildsCellsEvenWhenItHasNone) {
 
 constexpr const char* kRates = R"({"workbooks":[{"name":"B.xls",
     "names":{"Rate":"=Inputs!$B$2","Yearly":"=Inputs!$B$2*12"},
-    "sheets":[{"name":"S","names":{"Own":"=S!$C$3"},"cells":{"A1":{"formula":"%s","value":1},"C3":33}},
-              {"name":"Inputs","names":{"Rate":"=Inputs!$B$9"},"cells":{"B2":{"value":5,"text":"5%%"}}}]}],
+    "sheets":[{"name":"S","names":{"Own":"=S!$C$3"},"cells":{"A1":{"formula":"%s","value":1},
+        "C3":33}},
+              {"name":"Inputs","names":{"Rate":"=Inputs!$B$9"},"cells":{"B2":{"value":5,
+                  "text":"5%%"}}}]}],
     "literals":true})";
 
 std::string Rates(const std::string& formula) {
@@ -343,7 +348,8 @@ TEST(ElementNames, ANameThatUsesItselfStaysALeaf) {
                                  R"(},"sheets":[{"name":"S","cells":{"A1":{"formula":"=N"}}}]}]})");
         const Exploration exploration(*host, true);
         ASSERT_TRUE(exploration.ok) << ring.names;
-        EXPECT_EQ(exploration.text(), "A1 | =N @0 | S<A1> | \n" + std::string(ring.tree)) << ring.names;
+        EXPECT_EQ(exploration.text(), "A1 | =N @0 | S<A1> | \n" + std::string(ring.tree))
+            << ring.names;
     }
 }
 
@@ -370,7 +376,8 @@ TEST(ElementParse, ATokenThatSpellsItsParentsTextIsALeaf) {
     for (const char* token : {"#REF!/A1", "#N/A/B1", "#/", "#DIV/0!/#N/A"}) {
         for (const bool functions : {false, true}) {
             EXPECT_EQ(PartsOf(std::string("=") + token, functions), std::string(token) + "@2");
-            EXPECT_EQ(PartsOf(std::string("=1+") + token + "*2", functions), std::string(token) + "@4");
+            EXPECT_EQ(PartsOf(std::string("=1+") + token + "*2", functions),
+                      std::string(token) + "@4");
         }
     }
     EXPECT_EQ(PartsOf("=SUM(#REF!/A1,B1)", true), "SUM(#REF!/A1,B1)@2[#REF!/A1@6 B1@15]");

@@ -42,9 +42,11 @@ TEST(ElementRoot, OnlyATextThatBeginsWithAnEqualsSignIsParsed) {
     }
 }
 
-constexpr const char* kArray = R"j({"workbooks":[{"name":"B.xls","sheets":[{"name":"S","protected":%s,
+constexpr const char* kArray =
+    R"j({"workbooks":[{"name":"B.xls","sheets":[{"name":"S","protected":%s,
     "cells":{"C1":{"formula":"=SUM(A1:A3*B1:B3)","value":1,"hasArray":true,"currentArray":"C1:C3"},
-             "C2":{"formula":"=SUM(A1:A3*B1:B3)","value":2,"hasArray":true,"currentArray":"C1:C3"}}}]}],
+             "C2":{"formula":"=SUM(A1:A3*B1:B3)","value":2,"hasArray":true,
+                 "currentArray":"C1:C3"}}}]}],
     "active":{"cell":"C2"}})j";
 
 std::string ArrayDocument(const std::string& isProtected) {
@@ -85,7 +87,8 @@ TEST(ElementRoot, ANamedCellShowsItsNameWithoutSheetAndItsLocationWithAddress) {
 }
 
 TEST(ElementRoot, ASheetsOwnNameOfTheCellLosesItsPrefix) {
-    const auto host = HostOf(R"({"workbooks":[{"sheets":[{"name":"My Sheet","names":{"Own":"='My Sheet'!A1"},
+    const auto host =
+        HostOf(R"({"workbooks":[{"sheets":[{"name":"My Sheet","names":{"Own":"='My Sheet'!A1"},
         "cells":{"A1":7}}]}]})");
     const Exploration exploration(*host, false);
     EXPECT_EQ(exploration.text(), "Own | 7 @0 | My Sheet!A1<A1> | \n");
@@ -93,7 +96,8 @@ TEST(ElementRoot, ASheetsOwnNameOfTheCellLosesItsPrefix) {
 
 TEST(ElementRoot, TheNameIsThatOfTheCellNotOfItsArrayBlock) {
     const auto host = HostOf(R"({"workbooks":[{"names":{"Block":"=S!A1:A2","Cell":"=S!A2"},
-        "sheets":[{"name":"S","cells":{"A2":{"formula":"=B1","hasArray":true,"currentArray":"A1:A2"}}}]}],
+        "sheets":[{"name":"S","cells":{"A2":{"formula":"=B1","hasArray":true,
+            "currentArray":"A1:A2"}}}]}],
         "active":{"cell":"A2"}})");
     const Exploration exploration(*host, false);
     EXPECT_EQ(ToUtf8(exploration.root().sName()), "Cell");
@@ -153,15 +157,16 @@ TEST(ElementFailure, AnExplorationThatSucceedsReportsNothing) {
 // Every place where a quote can stay open.
 TEST(ElementFailure, AnOpenQuoteAnywhereEndsTheExploration) {
     for (const char* formula :
-         {"=\"abc", "='abc", "=A1+\"abc", "=SUM(A1,\"abc)", "=SUM('abc)", "=INDEX(\"a", "=IF(A1,\"b,c)",
-          "=CHOOSE(1,'b)", "=A1:INDEX(\"b)", "=T(\"", "=\"", "='", "=\"a\"\"", "=INDIRECT(\"B1)",
-          "=OFFSET('a,1)", "={\"a}", "=A1'b"}) {
+         {"=\"abc", "='abc", "=A1+\"abc", "=SUM(A1,\"abc)", "=SUM('abc)", "=INDEX(\"a",
+          "=IF(A1,\"b,c)", "=CHOOSE(1,'b)", "=A1:INDEX(\"b)", "=T(\"", "=\"", "='", "=\"a\"\"",
+          "=INDIRECT(\"B1)", "=OFFSET('a,1)", "={\"a}", "=A1'b"}) {
         for (const bool functions : {false, true}) {
             const auto host = HostWith(formula);
             const Exploration exploration(*host, functions);
             EXPECT_FALSE(exploration.ok) << formula;
             ASSERT_EQ(exploration.log().size(), 1U) << formula;
-            EXPECT_EQ(exploration.log()[0].rfind("CElement.bInitRoot: ", 0), 0U) << exploration.log()[0];
+            EXPECT_EQ(exploration.log()[0].rfind("CElement.bInitRoot: ", 0), 0U)
+                << exploration.log()[0];
         }
     }
 }
@@ -258,7 +263,8 @@ TEST(ElementRelease, LeavesEveryFormerChildWithoutAParent) {
 // A host whose ranges note their address when they go.
 class NotingRange : public scripted::ScriptedRange {
 public:
-    NotingRange(scripted::ScriptedHost& host, const scripted::Place& place, std::vector<std::string>& gone)
+    NotingRange(scripted::ScriptedHost& host, const scripted::Place& place,
+                std::vector<std::string>& gone)
         : ScriptedRange(host, place),
           address_(ToUtf8(AreaText(place.area, false, false))),
           gone_(gone) {}
@@ -353,9 +359,10 @@ TEST(ElementDepth, FourHundredLevelsAreAllowedAndOneMoreIsAFailure) {
 
 TEST(ElementDepth, FormulasAsLongAsTheHostTakesDoNotEndTheProcess) {
     constexpr std::size_t kLongest = 8192;
-    for (const char* piece : {"(", "SUM(", "INDEX(", "T(", "OFFSET(", "INDIRECT(", "IF(", "CHOOSE(1,", "A1:(",
-                              "A1:INDEX(", "-", "A1+", "A1,", "\"\"", "''", "#N/A/", "{", ":", ")", "IF(1,",
-                              "INDEX (", "IN DEX("}) {
+    for (const char* piece :
+         {"(",    "SUM(",      "INDEX(", "T(",    "OFFSET(", "INDIRECT(", "IF(", "CHOOSE(1,",
+          "A1:(", "A1:INDEX(", "-",      "A1+",   "A1,",     "\"\"",      "''",  "#N/A/",
+          "{",    ":",         ")",      "IF(1,", "INDEX (", "IN DEX("}) {
         std::string formula = "=";
         while (formula.size() < kLongest) formula += piece;
         formula.resize(kLongest);
@@ -372,7 +379,8 @@ TEST(ElementDepth, AChainOfTenThousandNamesDoesNotEndTheProcess) {
     for (const std::string tail : {"", "+1"}) {
         std::string names;
         for (int k = 0; k < 10'000; ++k) {
-            names += "\"n" + std::to_string(k) + "x\":\"=n" + std::to_string(k + 1) + "x" + tail + "\",";
+            names +=
+                "\"n" + std::to_string(k) + "x\":\"=n" + std::to_string(k + 1) + "x" + tail + "\",";
         }
         const auto host = HostOf(R"({"workbooks":[{"names":{)" + names + R"("n10000x":"=S!B1"},
             "sheets":[{"name":"S","cells":{"A1":{"formula":"=n0x"},"B1":4}}]}]})");
@@ -380,7 +388,8 @@ TEST(ElementDepth, AChainOfTenThousandNamesDoesNotEndTheProcess) {
         if (tail.empty()) {
             // Each definition is a single name: nothing to take apart.
             EXPECT_TRUE(exploration.ok);
-            EXPECT_EQ(exploration.text(), "A1 | =n0x @0 | S<A1> | \n  n0x | n0x @2 | S!B1<B1> | 4\n");
+            EXPECT_EQ(exploration.text(),
+                      "A1 | =n0x @0 | S<A1> | \n  n0x | n0x @2 | S!B1<B1> | 4\n");
         } else {
             EXPECT_FALSE(exploration.ok);
             EXPECT_EQ(exploration.log().size(), 1U);

@@ -27,7 +27,7 @@ protected:
 
 TEST_F(ErrorTextTest, AnErrorValueBecomesItsName) {
     const std::pair<int, const char*> errors[] = {
-        {2007, "#DIV/0!"}, {2042, "#N/A"}, {2029, "#NAME?"}, {2000, "#NULL!"},
+        {2007, "#DIV/0!"}, {2042, "#N/A"},  {2029, "#NAME?"}, {2000, "#NULL!"},
         {2036, "#NUM!"},   {2023, "#REF!"}, {2015, "#VALUE!"}};
     for (const auto& [code, name] : errors) {
         EXPECT_EQ(TextOf(Value(static_cast<ErrorCode>(code))), name);
@@ -77,11 +77,12 @@ TEST_F(ErrorTextTest, TheValuesOfALargeBlockAreNotFetched) {
 }
 
 TEST_F(ErrorTextTest, ExactlyTheEightNamesAreErrorTexts) {
-    for (const auto* name : {u"#ERROR!", u"#VALUE!", u"#REF!", u"#NUM!", u"#NULL!", u"#NAME?", u"#N/A",
-                             u"#DIV/0!"}) {
+    for (const auto* name :
+         {u"#ERROR!", u"#VALUE!", u"#REF!", u"#NUM!", u"#NULL!", u"#NAME?", u"#N/A", u"#DIV/0!"}) {
         EXPECT_TRUE(bIsErrorText(name)) << ToUtf8(name);
     }
-    for (const auto* other : {u"", u"#", u"#n/a", u"#N/A ", u" #N/A", u"#NA", u"#GETTING_DATA", u"#REF"}) {
+    for (const auto* other :
+         {u"", u"#", u"#n/a", u"#N/A ", u" #N/A", u"#NA", u"#GETTING_DATA", u"#REF"}) {
         EXPECT_FALSE(bIsErrorText(other)) << ToUtf8(other);
     }
 }

@@ -26,7 +26,9 @@ using Text = std::u16string;
 int Len(const Text& s) { return static_cast<int>(s.size()); }
 Text Mid(const Text& s, int from, int count) {
     if (from < 1 || count < 0) throw Error(kErrorInvalidCall, u"slice");
-    return from > Len(s) ? Text() : s.substr(static_cast<std::size_t>(from) - 1, static_cast<std::size_t>(count));
+    return from > Len(s)
+               ? Text()
+               : s.substr(static_cast<std::size_t>(from) - 1, static_cast<std::size_t>(count));
 }
 Text Mid(const Text& s, int from) { return Mid(s, from, std::max(0, Len(s) - from + 1)); }
 bool In(const Text& ch, const Text& set) { return !ch.empty() && set.find(ch) != Text::npos; }
@@ -178,7 +180,8 @@ private:
                 if (!In(ch, kDelimiters) && !(ch == u":" && token.empty())) token += ch;
                 ++i;
             }
-            if (i > Len(s) && !token.empty() && !Constant(token)) AddSub(self, token, u"", tokenStart);
+            if (i > Len(s) && !token.empty() && !Constant(token))
+                AddSub(self, token, u"", tokenStart);
         }
     }
 
@@ -210,9 +213,9 @@ private:
             expanded = ReplaceAll(refersTo, u"$", u"") != u"=" + ReplaceAll(formula, u"$", u"");
             if (expanded) self.formula = refersTo;
         }
-        const bool within = std::any_of(expanding_.begin(), expanding_.end(), [&](const Text& outer) {
-            return EqualIgnoringCase(outer, nameText);
-        });
+        const bool within =
+            std::any_of(expanding_.begin(), expanding_.end(),
+                        [&](const Text& outer) { return EqualIgnoringCase(outer, nameText); });
         const bool plain = function.empty();
         const bool itself = plain && formula == self.parent->formula;
         if (!(name && within) && !itself && (!plain || NeedsParse(self.formula))) {
@@ -253,7 +256,10 @@ private:
                 value = sErrorText(cell_->Value(), application_);
             } catch (const Error&) {
             }
-            cell_->SetFormula(kept);
+            try {
+                cell_->SetFormula(kept);
+            } catch (const Error&) {
+            }
             bMaybeImprecise = !value;
             if (value) return *value;
         } else if (isFunction) {
@@ -271,7 +277,8 @@ private:
 
     bool IsCallOf(const Text& text, const Text& name) {
         const Text prefix = u"=" + name + u"(";
-        return Mid(text, 1, Len(prefix)) == prefix && ClosingBracket(Len(prefix), text) == Len(text);
+        return Mid(text, 1, Len(prefix)) == prefix &&
+               ClosingBracket(Len(prefix), text) == Len(text);
     }
 
     host::RangePtr ToRange(const Text& text) {
@@ -302,7 +309,8 @@ private:
                 }
             }
             const auto base = Resolve(parts[0]);
-            return base ? ToRange(u"=OFFSET(" + base->Address(host::kExternal) + moved + u")") : nullptr;
+            return base ? ToRange(u"=OFFSET(" + base->Address(host::kExternal) + moved + u")")
+                        : nullptr;
         }
         return ToRange(text);
     }
@@ -319,8 +327,8 @@ std::string AddressOf(const host::RangePtr& range) {
 
 void Write(const Part& part, int depth, std::string& out) {
     out.append(static_cast<std::size_t>(depth) * 2, ' ');
-    out += ToUtf8(part.formula) + " @" + std::to_string(part.pos) + " |" + ToUtf8(part.function) + "|" +
-           ToUtf8(part.calc) + "|" + AddressOf(part.range) + "\n";
+    out += ToUtf8(part.formula) + " @" + std::to_string(part.pos) + " |" + ToUtf8(part.function) +
+           "|" + ToUtf8(part.calc) + "|" + AddressOf(part.range) + "\n";
     for (const auto& sub : part.subs) Write(*sub, depth + 1, out);
 }
 
@@ -354,7 +362,8 @@ std::string ByTheScan(scripted::ScriptedHost& host, bool precise) {
     if (!exploration.ok) return "failed";
     std::string out;
     Write(exploration.root(), 0, out);
-    return out + FlagsText(exploration.options().bMaybeImprecise, exploration.options().bContainsIndirect);
+    return out + FlagsText(exploration.options().bMaybeImprecise,
+                           exploration.options().bContainsIndirect);
 }
 
 // Some calls lead to cells, some to cells only as a whole while their argument
@@ -365,7 +374,8 @@ constexpr const char* kDocument = R"json({"workbooks":[{"name":"B.xls",
     "sheets":[{"name":"S","names":{"Own":"=T(Nm A1)"},
                "cells":{"A1":{"formula":"=1","value":1},"B2":{"value":"A9"},"A2":3}}]}],
     "literals":true,
-    "evaluate":{"=INDEX(A1)":{"range":"S!C3"},"=INDEX(Foo)":{"range":"S!C4"},"=T(Foo)":{"range":"S!C5"},
+    "evaluate":{"=INDEX(A1)":{"range":"S!C3"},"=INDEX(Foo)":{"range":"S!C4"},
+        "=T(Foo)":{"range":"S!C5"},
         "=INDEX(A1,5)":{"range":"S!C6"},"=INDIRECT(\"A9\",1)":{"range":"S!A9"},
         "=OFFSET([B.xls]S!$A$1,1,,,)":{"range":"S!A2"},"=SET(A1)":{"fail":true},
         "=INDEX(INDEX(A1))":{"range":"S!C7"},"=T(A1)":{"error":2042}},
@@ -387,23 +397,23 @@ void Compare(scripted::ScriptedHost& host, const std::string& formula) {
 TEST(LiteralOrder, KnownTraps) {
     const auto host = test::HostOf(kDocument);
     for (const char* formula : {
-             "=INDEX(INDEX(B1)) C1",               // the last token goes on two brackets further
+             "=INDEX(INDEX(B1)) C1",  // the last token goes on two brackets further
              "=INDEX(INDEX(INDEX(B1 ) ) ) C1+D1",
-             "=T(T(B1))(C1)",                      // and becomes a function's name
+             "=T(T(B1))(C1)",  // and becomes a function's name
              "=T(INDEX(B1)):C1",
              "=INDEX(B1):C1",
              "=INDEX(#N)/A",
              "=INDEX(T(#DIV))/0!",
              "=INDEX(T(5)) 6",
              "=INDEX(T(A1+5)) 6 7",
-             "=INDEX(Foo)+1",                      // leads to cells that its collapse takes away
+             "=INDEX(Foo)+1",  // leads to cells that its collapse takes away
              "=INDEX(INDEX(Foo))+T(Foo)",
              "=A1:(B1)",
              "=A1:(B1:(C1:(D1)))",
              "=B1:INDEX(C1:INDEX(D1))",
-             "=INDEX (T (B1))",                    // blanks before the bracket
+             "=INDEX (T (B1))",  // blanks before the bracket
              "=INDEX (T (B1)) C1",
-             "=OFF SET(B1)",                       // and within the name
+             "=OFF SET(B1)",  // and within the name
              "=INDEX(A1",
              "=INDEX(T(B1",
              "=INDEX()",
@@ -428,12 +438,56 @@ TEST(LiteralOrder, KnownTraps) {
 
 // Formulas of a few tokens, drawn from those that matter.
 std::string RandomFormula(std::mt19937& random, int longest) {
-    static const char* const kTokens[] = {
-        "INDEX(",  "OFFSET(", "INDIRECT(", "T(",   "SUM(", "(",     ")",      ")",    ")",  ")",
-        "A1",      "B1",      "B2",        "Foo",  "Nm",   "Ring",  "Own",    "Cell", "Far", "5",
-        "1",       ",",       ",",         "+",    "/",    " ",     " ",      ":",    "#N", "#DIV",
-        "\"a\"",   "'x y'!",  "\"",        "INDEX", "T",   "{",     "}",      ";",    "\n", "=",
-        "INDEX(A1)", "T(Foo)", "INDEX(INDEX(", "))", "SET(", "OFFSET(A1,1)", "\"\"", "%", "A1:", "$B$2"};
+    static const char* const kTokens[] = {"INDEX(",
+                                          "OFFSET(",
+                                          "INDIRECT(",
+                                          "T(",
+                                          "SUM(",
+                                          "(",
+                                          ")",
+                                          ")",
+                                          ")",
+                                          ")",
+                                          "A1",
+                                          "B1",
+                                          "B2",
+                                          "Foo",
+                                          "Nm",
+                                          "Ring",
+                                          "Own",
+                                          "Cell",
+                                          "Far",
+                                          "5",
+                                          "1",
+                                          ",",
+                                          ",",
+                                          "+",
+                                          "/",
+                                          " ",
+                                          " ",
+                                          ":",
+                                          "#N",
+                                          "#DIV",
+                                          "\"a\"",
+                                          "'x y'!",
+                                          "\"",
+                                          "INDEX",
+                                          "T",
+                                          "{",
+                                          "}",
+                                          ";",
+                                          "\n",
+                                          "=",
+                                          "INDEX(A1)",
+                                          "T(Foo)",
+                                          "INDEX(INDEX(",
+                                          "))",
+                                          "SET(",
+                                          "OFFSET(A1,1)",
+                                          "\"\"",
+                                          "%",
+                                          "A1:",
+                                          "$B$2"};
     std::uniform_int_distribution<std::size_t> token(0, std::size(kTokens) - 1);
     std::uniform_int_distribution<int> length(1, longest);
     std::string formula = "=";
@@ -443,16 +497,19 @@ std::string RandomFormula(std::mt19937& random, int longest) {
 
 // Balanced calls within calls, so that the deep ones are really met.
 std::string RandomCall(std::mt19937& random, int depth) {
-    static const char* const kNames[] = {"INDEX(", "OFFSET(", "INDIRECT(", "T(", "SET(", "SUM(",
-                                         "INDEX (", "A1:T(", "(", "C1:("};
-    static const char* const kLeaves[] = {"A1", "B1", "Foo", "Nm", "5", "\"a\"", "#N/A", "Ring", "", "'x'!A1"};
+    static const char* const kNames[] = {"INDEX(", "OFFSET(", "INDIRECT(", "T(", "SET(",
+                                         "SUM(",   "INDEX (", "A1:T(",     "(",  "C1:("};
+    static const char* const kLeaves[] = {"A1",    "B1",   "Foo",  "Nm", "5",
+                                          "\"a\"", "#N/A", "Ring", "",   "'x'!A1"};
     static const char* const kBetween[] = {",", "+", " ", ":", "", ")", "/", ", "};
     const auto pick = [&](const auto& list) {
-        return std::string(list[std::uniform_int_distribution<std::size_t>(0, std::size(list) - 1)(random)]);
+        return std::string(
+            list[std::uniform_int_distribution<std::size_t>(0, std::size(list) - 1)(random)]);
     };
     if (depth == 0) return pick(kLeaves);
     std::string out = pick(kNames) + RandomCall(random, depth - 1);
-    if (random() % 2 == 0) out += pick(kBetween) + (random() % 3 == 0 ? RandomCall(random, depth - 1) : pick(kLeaves));
+    if (random() % 2 == 0)
+        out += pick(kBetween) + (random() % 3 == 0 ? RandomCall(random, depth - 1) : pick(kLeaves));
     out += random() % 12 == 0 ? "" : ")";
     if (random() % 2 == 0) out += pick(kBetween) + pick(kLeaves);
     return out;

@@ -22,7 +22,8 @@ int ErrorNumberOf(Call call) {
 TEST(Scan, KnowsTheElevenOperators) {
     const std::u16string operators = u"+-*^/<>=&,%";
     for (char16_t ch = 1; ch < 0x180; ++ch) {
-        EXPECT_EQ(bIsOperator(ch), operators.find(ch) != std::u16string::npos) << static_cast<int>(ch);
+        EXPECT_EQ(bIsOperator(ch), operators.find(ch) != std::u16string::npos)
+            << static_cast<int>(ch);
     }
 }
 
@@ -44,8 +45,8 @@ TEST(Scan, BothQuotesAreQuotesAndNothingElseIs) {
 }
 
 TEST(Scan, TextLiteralsAndNumbersAreConstants) {
-    for (const auto* constant : {u"\"\"", u"\"A1\"", u"\"", u"0", u"12", u"1.5", u".5", u"5.", u"1E5",
-                                 u"1e-5", u"+3", u"-2", u" 7 "}) {
+    for (const auto* constant : {u"\"\"", u"\"A1\"", u"\"", u"0", u"12", u"1.5", u".5", u"5.",
+                                 u"1E5", u"1e-5", u"+3", u"-2", u" 7 "}) {
         EXPECT_TRUE(bIsConstant(constant)) << ToUtf8(constant);
     }
     for (const auto* other : {u"", u"A1", u"TRUE", u"'S'!A1", u"2;3", u"#N/A", u"1:1", u"$1", u"1E",
@@ -64,13 +65,13 @@ TEST(Scan, FindsTheQuoteThatCloses) {
              Case{u"\"abc\"", 1, 5},
              Case{u"=\"\"", 2, 3},
              Case{u"=\"\"+1", 2, 3},
-             Case{u"\"a\"\"b\"", 1, 6},        // a doubled quote stands for one
-             Case{u"\"\"\"\"", 1, 4},          // a literal of one quote
-             Case{u"\"a'b\"", 1, 5},           // the other quote is a character
+             Case{u"\"a\"\"b\"", 1, 6},  // a doubled quote stands for one
+             Case{u"\"\"\"\"", 1, 4},    // a literal of one quote
+             Case{u"\"a'b\"", 1, 5},     // the other quote is a character
              Case{u"'My \"Sheet'!A1", 1, 11},
              Case{u"'It''s'!A1", 1, 7},
              Case{u"\"a\"&\"b\"", 5, 7},
-             Case{u"\"a\"\"", 1, 3},           // the second one ends the text: not passed over
+             Case{u"\"a\"\"", 1, 3},  // the second one ends the text: not passed over
              Case{u"\"abc", 1, 0},
              Case{u"\"", 1, 0},
              Case{u"'abc\"", 1, 0},
@@ -98,9 +99,9 @@ TEST(Scan, FindsTheBracketThatCloses) {
              Case{u"()", 1, 2},
              Case{u"SUM(A1,(B1))+1", 4, 12},
              Case{u"SUM(A1,(B1))+1", 8, 11},
-             Case{u"T(\")\")+1", 2, 6},        // a bracket in a literal does not count
+             Case{u"T(\")\")+1", 2, 6},  // a bracket in a literal does not count
              Case{u"T(')('!A1)+1", 2, 10},
-             Case{u"SUM(A1", 4, 6},            // left open: to the end
+             Case{u"SUM(A1", 4, 6},  // left open: to the end
              Case{u"SUM(", 4, 4},
              Case{u"((A1)", 1, 5},
          }) {
@@ -127,8 +128,8 @@ TEST(Scan, RemovesEveryGivenCharacter) {
 }
 
 TEST(Scan, OnlyTextsWithAnOperatorOrABracketHaveParts) {
-    for (const auto* text : {u"A1+1", u"SUM(A1)", u"=A1+1", u"-A1", u"A1%", u"A1,B1", u"==A1", u"(A1)",
-                             u"'a'!A1*2", u"#REF!/A1"}) {
+    for (const auto* text : {u"A1+1", u"SUM(A1)", u"=A1+1", u"-A1", u"A1%", u"A1,B1", u"==A1",
+                             u"(A1)", u"'a'!A1*2", u"#REF!/A1"}) {
         EXPECT_TRUE(bNeedsParse(text)) << ToUtf8(text);
     }
     for (const auto* text : {u"", u"=", u"A1", u"=A1", u"S!A1:B2", u"'My-Sheet'!A1", u"=\"a+b\"",
@@ -153,8 +154,8 @@ TEST(Scan, AWholeTextIsOneCallOnlyWhenNothingStandsBehindIt) {
 }
 
 TEST(Scan, TailsOfTheReferenceFunctionsAreOpenedToo) {
-    for (const auto* name : {u"OFFSET", u"INDEX", u"INDIRECT", u"index", u"Offset", u"T", u"SET", u"ET",
-                             u"X", u"DIRECT", u"A1:INDEX", u"A1:B1:t", u"A1:"}) {
+    for (const auto* name : {u"OFFSET", u"INDEX", u"INDIRECT", u"index", u"Offset", u"T", u"SET",
+                             u"ET", u"X", u"DIRECT", u"A1:INDEX", u"A1:B1:t", u"A1:"}) {
         EXPECT_TRUE(bIsReferenceFunction(name)) << ToUtf8(name);
     }
     for (const auto* name : {u"SUM", u"OFF", u"INDEXX", u"OFFSETS", u"IF", u"CHOOSE", u"INDEX:SUM",

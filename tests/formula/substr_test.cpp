@@ -35,9 +35,7 @@ TEST(SplitArguments, NeverCutsInsideQuotesOrBrackets) {
     EXPECT_EQ(PartsOf(u"((1,2),3),4"), "1:((1,2),3)|11:4");
 }
 
-TEST(SplitArguments, BracesDoNotHoldTogether) {
-    EXPECT_EQ(PartsOf(u"{1,2},A1"), "1:{1|4:2}|7:A1");
-}
+TEST(SplitArguments, BracesDoNotHoldTogether) { EXPECT_EQ(PartsOf(u"{1,2},A1"), "1:{1|4:2}|7:A1"); }
 
 TEST(SplitArguments, AnEmptyArgumentKeepsItsPlaceButNotAtTheEnd) {
     EXPECT_EQ(PartsOf(u"A1>0,,B1"), "1:A1>0|6:|7:B1");

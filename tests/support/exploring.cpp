@@ -18,7 +18,8 @@ std::unique_ptr<scripted::ScriptedHost> HostOf(const std::string& json) {
 std::unique_ptr<scripted::ScriptedHost> HostWith(const std::string& formula,
                                                  const std::string& cells,
                                                  const std::string& rest) {
-    const std::string first = R"("A1":{"formula":)" + nlohmann::json(formula).dump() + R"(,"value":1})";
+    const std::string first =
+        R"("A1":{"formula":)" + nlohmann::json(formula).dump() + R"(,"value":1})";
     return HostOf(R"({"workbooks":[{"name":"B.xls","sheets":[{"name":"S","cells":{)" + first +
                   (cells.empty() ? "" : "," + cells) + R"(}},{"name":"My Sheet"}]}])" +
                   (rest.empty() ? "" : "," + rest) + "}");
@@ -26,7 +27,8 @@ std::unique_ptr<scripted::ScriptedHost> HostWith(const std::string& formula,
 
 void Exploration::Lines::Report(const char16_t* module, const char16_t* procedure,
                                 const Error& error, bool /*isEntryPoint*/) {
-    lines.push_back(ToUtf8(std::u16string(module) + u"." + procedure + u": " + error.description()));
+    lines.push_back(
+        ToUtf8(std::u16string(module) + u"." + procedure + u": " + error.description()));
 }
 
 Exploration::Exploration(scripted::ScriptedHost& host, bool bEveryFunction, bool bPreciseCalc)
@@ -34,8 +36,8 @@ Exploration::Exploration(scripted::ScriptedHost& host, bool bEveryFunction, bool
     options_ = std::make_unique<CElementOptions>(*application_, reporter_);
     options_->bEveryFunction = bEveryFunction;
     options_->bPreciseCalc = bPreciseCalc;
-    options_->rngRootCell = host.RangeAt(
-        {host.model().activeBook, host.model().activeSheet, host.model().activeCell});
+    options_->rngRootCell =
+        host.RangeAt({host.model().activeBook, host.model().activeSheet, host.model().activeCell});
     root_ = std::make_unique<CElement>();
     ok = root_->bInitRoot(*options_);
     if (ok) CheckTree(*root_);

@@ -49,7 +49,8 @@ void AllSummary::Add(const ExplorationReport& report) {
 }
 
 std::string AllSummary::Text() const {
-    std::string out = "explored: " + std::to_string(explored) + ", failed: " + std::to_string(failed) +
+    std::string out = "explored: " + std::to_string(explored) +
+                      ", failed: " + std::to_string(failed) +
                       ", imprecise: " + std::to_string(imprecise) +
                       ", with indirect references: " + std::to_string(indirect) + "\n";
     AppendCounts(out, "error values:", errorValues);

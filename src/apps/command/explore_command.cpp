@@ -1,11 +1,12 @@
 #include "apps/command/explore_command.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "apps/command/explore_all.h"
 #include "apps/command/open_workbook.h"
@@ -97,7 +98,8 @@ std::string ReadScript(const std::string& path) {
         text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
     }
     if (text.size() > kLargestScript) {
-        throw CommandError(kNotFound, path + " is too large for a scripted document (256 MiB at most)");
+        throw CommandError(kNotFound,
+                           path + " is too large for a scripted document (256 MiB at most)");
     }
     return text;
 }
@@ -111,9 +113,8 @@ void ExploreScript(const ExploreOptions& options, Output& output) {
     for (std::size_t k = 0; k < documents.size(); ++k) {
         const std::string which =
             documents.size() > 1 ? " (document " + std::to_string(k + 1) + ")" : "";
-        ScriptedDocument document(Translated(*options.script + which, [&] {
-            return scripted::LoadDocument(documents[k]);
-        }));
+        ScriptedDocument document(Translated(*options.script + which,
+                                             [&] { return scripted::LoadDocument(documents[k]); }));
         const bool functions =
             options.functions.value_or(document.model().bEveryFunction.value_or(true));
         const bool precise = options.precise || document.model().bPreciseCalc.value_or(false);
@@ -152,7 +153,8 @@ void ExploreEveryFormula(const ExploreOptions& options, Output& output) {
     const bool functions = options.functions.value_or(true);
     const auto open = [&]() -> std::unique_ptr<Document> {
         if (!options.script) {
-            return OpenWorkbook(options.arguments.front(), std::chrono::seconds(options.cellTimeout));
+            return OpenWorkbook(options.arguments.front(),
+                                std::chrono::seconds(options.cellTimeout));
         }
         const auto documents = ReadDocuments(*options.script);
         if (documents.size() != 1) {
@@ -161,21 +163,22 @@ void ExploreEveryFormula(const ExploreOptions& options, Output& output) {
         return std::make_unique<ScriptedDocument>(
             Translated(*options.script, [&] { return scripted::LoadDocument(documents.front()); }));
     };
-    const AllSummary summary =
-        ExploreAll(open, functions, options.precise,
-                   [&](const ExplorationReport& report) { output.Print(report); }, Progress());
+    const AllSummary summary = ExploreAll(
+        open, functions, options.precise,
+        [&](const ExplorationReport& report) { output.Print(report); }, Progress());
     output.PrintSummary(summary);
 }
 
 void ExploreWorkbook(const ExploreOptions& options, Output& output) {
     if (options.arguments.size() < 2) {
-        throw CommandError(kUsage, "explore needs a workbook and a cell, such as: "
-                                   "korvane explore Budget.xlsx 'Sheet1!B7'");
+        throw CommandError(kUsage,
+                           "explore needs a workbook and a cell, such as: "
+                           "korvane explore Budget.xlsx 'Sheet1!B7'");
     }
     const auto document = OpenWorkbook(options.arguments.front());
     for (std::size_t k = 1; k < options.arguments.size(); ++k) {
-        output.Print(document->Explore(ToUtf16(options.arguments[k]), options.functions.value_or(true),
-                                       options.precise));
+        output.Print(document->Explore(ToUtf16(options.arguments[k]),
+                                       options.functions.value_or(true), options.precise));
     }
 }
 

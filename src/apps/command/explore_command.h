@@ -15,8 +15,8 @@ struct ExploreOptions {
     std::optional<bool> functions;       // default: as the script says, else shown
     bool precise = false;
     bool json = false;
-    bool all = false;                    // every formula cell, in place of CELL...
-    int cellTimeout = 30;                // seconds that one cell may take with `all`
+    bool all = false;      // every formula cell, in place of CELL...
+    int cellTimeout = 30;  // seconds that one cell may take with `all`
 };
 
 // Explores and prints to standard output. Throws CommandError.

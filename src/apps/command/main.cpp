@@ -14,10 +14,10 @@ using namespace korvane::command;
 
 // Adds --functions and --no-functions; neither leaves `functions` empty.
 void AddFunctionsFlags(CLI::App& command, std::optional<bool>& functions) {
-    auto* on = command.add_flag_callback("--functions", [&] { functions = true; },
-                                         "Show every function call as a part (default)");
-    auto* off = command.add_flag_callback("--no-functions", [&] { functions = false; },
-                                          "Show references and names only");
+    auto* on = command.add_flag_callback(
+        "--functions", [&] { functions = true; }, "Show every function call as a part (default)");
+    auto* off = command.add_flag_callback(
+        "--no-functions", [&] { functions = false; }, "Show references and names only");
     on->excludes(off);
 }
 
@@ -27,22 +27,25 @@ int Run(int argc, char** argv) {
     app.set_version_flag("--version", "korvane " KORVANE_VERSION);
     app.require_subcommand(1);
     app.footer(
-        "Exit codes: 0 done, 1 an exploration failed, 2 usage, 3 no such file, sheet, cell or name,\n"
+        "Exit codes: 0 done, 1 an exploration failed, 2 usage, 3 no such file, sheet, cell or "
+        "name,\n"
         "4 the spreadsheet host could not be started or was lost.");
 
     ExploreOptions explore;
     auto* exploreCommand = app.add_subcommand("explore", "Explore cells of a workbook");
     exploreCommand
-        ->add_option("arguments", explore.arguments,
-                     "The workbook, then cells: Sheet1!B7, 'My Sheet'!B7, a defined name, or a range "
-                     "(its first cell). With --script only cells, none for the active one.")
+        ->add_option(
+            "arguments", explore.arguments,
+            "The workbook, then cells: Sheet1!B7, 'My Sheet'!B7, a defined name, or a range "
+            "(its first cell). With --script only cells, none for the active one.")
         ->option_text("BOOK CELL...");
     AddFunctionsFlags(*exploreCommand, explore.functions);
     exploreCommand->add_flag("--precise", explore.precise,
                              "Evaluate function parts in the explored cell itself");
     exploreCommand->add_flag("--json", explore.json, "One JSON object per cell and line");
     exploreCommand
-        ->add_option("--script", explore.script, "A scripted document in place of BOOK; - reads standard input")
+        ->add_option("--script", explore.script,
+                     "A scripted document in place of BOOK; - reads standard input")
         ->option_text("FILE");
 
     auto* all = exploreCommand->add_flag("--all", explore.all,
@@ -59,7 +62,8 @@ int Run(int argc, char** argv) {
     auto* parseCommand = app.add_subcommand(
         "parse", "Take formula texts from standard input apart, one per line, without a workbook");
     AddFunctionsFlags(*parseCommand, parseFunctions);
-    auto* json = parseCommand->add_flag("--json", parse.json, "One JSON object per formula and line");
+    auto* json =
+        parseCommand->add_flag("--json", parse.json, "One JSON object per formula and line");
     parseCommand->add_flag("--count", parse.count, "Only totals: formulas, elements, failures")
         ->excludes(json);
     parseCommand->footer(

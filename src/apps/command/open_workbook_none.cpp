@@ -5,8 +5,8 @@ namespace korvane::command {
 
 std::unique_ptr<Document> OpenWorkbook(const std::string& /*path*/,
                                        std::optional<std::chrono::milliseconds> /*cellTime*/) {
-    throw CommandError(kHostLost,
-                       "this build has no spreadsheet host; explore a scripted document with --script");
+    throw CommandError(
+        kHostLost, "this build has no spreadsheet host; explore a scripted document with --script");
 }
 
 }  // namespace korvane::command

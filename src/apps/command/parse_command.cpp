@@ -100,7 +100,8 @@ ExitCode RunParse(const ParseOptions& options, const Style& style, std::FILE* in
         if (options.json) {
             // Bytes that are no UTF-8 are shown as U+FFFD.
             write(Json{{"formula", formula}, {"error", error}}.dump(
-                      -1, ' ', false, Json::error_handler_t::replace) + "\n");
+                      -1, ' ', false, Json::error_handler_t::replace) +
+                  "\n");
         } else {
             write(OneLine(formula) + "\n  error: " + OneLine(error) + "\n");
         }

@@ -1,6 +1,7 @@
 #include "apps/command/private_folder.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 fs::path TemporaryFolder() {
     std::error_code failed;
     fs::path folder = fs::temp_directory_path(failed);  // honours TMPDIR
-    return failed ? fs::path("/tmp") : fs::absolute(folder);
+    return failed ? fs::path(P_tmpdir) : fs::absolute(folder);
 }
 
 }  // namespace
@@ -25,8 +26,8 @@ PrivateFolder::PrivateFolder() {
     std::string pattern = (TemporaryFolder() / "korvane-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) {
         throw CommandError(kHostLost, "No temporary folder can be made in " +
-                                          TemporaryFolder().string() + ": " +
-                                          std::strerror(errno) + ". Set TMPDIR to another place.");
+                                          TemporaryFolder().string() + ": " + std::strerror(errno) +
+                                          ". Set TMPDIR to another place.");
     }
     path_ = pattern;
 }

@@ -24,7 +24,8 @@ void ForEachCharacter(std::string_view text, Visit visit) {
         const std::u16string units = ToUtf16(bytes);
         auto code = static_cast<wchar_t>(units.empty() ? 0 : units[0]);
         if (units.size() == 2) {
-            code = static_cast<wchar_t>(0x10000 + ((units[0] - 0xD800) << 10) + (units[1] - 0xDC00));
+            code =
+                static_cast<wchar_t>(0x10000 + ((units[0] - 0xD800) << 10) + (units[1] - 0xDC00));
         }
         const int columns = ::wcwidth(code);
         visit(bytes, columns < 0 ? 1 : columns);

@@ -16,8 +16,8 @@ constexpr const char* kRed = "\x1b[31m";
 constexpr const char* kGreen = "\x1b[1;32m";
 constexpr const char* kYellow = "\x1b[33m";
 constexpr const char* kReset = "\x1b[0m";
-constexpr int kGap = 2;           // blanks between columns
-constexpr int kLeastColumn = 8;   // a column is never cut to less
+constexpr int kGap = 2;          // blanks between columns
+constexpr int kLeastColumn = 8;  // a column is never cut to less
 
 struct Row {
     std::string branch;  // the lines that lead to the label
@@ -58,7 +58,8 @@ std::array<int, 3> Widths(const std::vector<Row>& rows, const Style& style) {
     std::array<int, 3> widths{};
     for (const Row& row : rows) {
         widths[0] = std::max(widths[0], LabelWidth(row));
-        for (std::size_t k = 1; k < 3; ++k) widths[k] = std::max(widths[k], DisplayWidth(row.texts[k]));
+        for (std::size_t k = 1; k < 3; ++k)
+            widths[k] = std::max(widths[k], DisplayWidth(row.texts[k]));
     }
     if (style.width <= 0) return widths;
     const int room = style.width - 2 * kGap;
@@ -103,7 +104,8 @@ Row ReportRow(const PartReport& part) {
 }
 
 Row OutlineRow(const PartReport& part) {
-    static constexpr std::array kLabels{"", "condition", "if true", "if false", "index", "value", "value"};
+    static constexpr std::array kLabels{"",      "condition", "if true", "if false",
+                                        "index", "value",     "value"};
     Row row;
     std::string label = kLabels.at(static_cast<std::size_t>(part.kind));
     if (part.kind >= 5) label += std::to_string(part.tag);
@@ -134,17 +136,20 @@ std::string PrintReport(const ExplorationReport& report, const Style& style) {
     }
     if (report.bMaybeImprecise || report.bContainsIndirect) out += "\n";
     if (report.bMaybeImprecise && report.bPreciseCalc) {
-        out += Warning("some values may be imprecise: a part could not be evaluated in the cell itself.",
-                       style);
+        out += Warning(
+            "some values may be imprecise: a part could not be evaluated in the cell itself.",
+            style);
     } else if (report.bMaybeImprecise) {
-        out += Warning("some values may be imprecise: parts were evaluated outside their cell "
-                       "(--precise evaluates them in it).",
-                       style);
+        out += Warning(
+            "some values may be imprecise: parts were evaluated outside their cell "
+            "(--precise evaluates them in it).",
+            style);
     }
     if (report.bContainsIndirect) {
-        out += Warning("the formula has indirect references (INDIRECT): what they lead to changes "
-                       "with the values.",
-                       style);
+        out += Warning(
+            "the formula has indirect references (INDIRECT): what they lead to changes "
+            "with the values.",
+            style);
     }
     return out;
 }

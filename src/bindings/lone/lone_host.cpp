@@ -44,7 +44,9 @@ public:
         explicit Book(Parts& parts) : parts_(parts) {}
         std::u16string Name() override { return ++parts_.calls, u"Book1"; }
         std::u16string Path() override { return ++parts_.calls, u""; }
-        host::NamesPtr Names() override { return ++parts_.calls, HandleOf<host::Names>(parts_.names); }
+        host::NamesPtr Names() override {
+            return ++parts_.calls, HandleOf<host::Names>(parts_.names);
+        }
         void Activate() override { ++parts_.calls; }
 
     private:
@@ -58,7 +60,9 @@ public:
         host::WorkbookPtr Parent() override {
             return ++parts_.calls, HandleOf<host::Workbook>(parts_.book);
         }
-        host::NamesPtr Names() override { return ++parts_.calls, HandleOf<host::Names>(parts_.names); }
+        host::NamesPtr Names() override {
+            return ++parts_.calls, HandleOf<host::Names>(parts_.names);
+        }
         bool ProtectContents() override { return ++parts_.calls, false; }
         void Activate() override { ++parts_.calls; }
 

@@ -72,7 +72,8 @@ ScriptedHost::Denoted ScriptedHost::Denote(const std::u16string& text) const {
             return {std::nullopt, Value(ErrorCode::kName)};
         }
         // More steps than names: they lead round in a ring.
-        if (steps > 0 && steps >= CountNames(model_)) return {std::nullopt, Value(ErrorCode::kName)};
+        if (steps > 0 && steps >= CountNames(model_))
+            return {std::nullopt, Value(ErrorCode::kName)};
         expression = name->refersTo;
     }
 }

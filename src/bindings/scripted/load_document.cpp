@@ -29,7 +29,8 @@ const Json& List(const Json& json, const std::string& where) {
     return Expect(json, Json::value_t::array, where, "a list");
 }
 std::u16string Text(const Json& json, const std::string& where) {
-    return ToUtf16(Expect(json, Json::value_t::string, where, "a text").get_ref<const std::string&>());
+    return ToUtf16(
+        Expect(json, Json::value_t::string, where, "a text").get_ref<const std::string&>());
 }
 bool Flag(const Json& json, const std::string& where) {
     return Expect(json, Json::value_t::boolean, where, "true or false").get<bool>();
@@ -103,7 +104,9 @@ Value ValueOf(const Json& json, const std::string& where, int depth) {
                 return Value(static_cast<ErrorCode>(Whole(json["error"], where + ".error")));
             }
             [[fallthrough]];
-        default: Fail(where, "must be a number, true or false, a text, null, {\"error\":code} or a list");
+        default:
+            Fail(where,
+                 "must be a number, true or false, a text, null, {\"error\":code} or a list");
     }
 }
 
@@ -286,10 +289,19 @@ std::vector<Json> SplitDocuments(const std::string& text) {
         // Behind the library's own number in brackets.
         const std::string what = error.what();
         const auto bracket = what.find("] ");
-        throw DocumentError("not JSON: " + (bracket == std::string::npos ? what : what.substr(bracket + 2)));
+        throw DocumentError("not JSON: " +
+                            (bracket == std::string::npos ? what : what.substr(bracket + 2)));
     }
-    if (json.is_object()) return {std::move(json)};
-    if (json.is_array()) return json.get<std::vector<Json>>();
+    // Moved, never copied: a copy of lists within lists recurses as deep as they go.
+    std::vector<Json> documents;
+    if (json.is_object()) {
+        documents.push_back(std::move(json));
+        return documents;
+    }
+    if (json.is_array()) {
+        for (Json& document : json) documents.push_back(std::move(document));
+        return documents;
+    }
     throw DocumentError("must be a document or a list of documents");
 }
 

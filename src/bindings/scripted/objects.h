@@ -79,7 +79,11 @@ class ScriptedName : public host::Name {
 public:
     // `sheet` is null for a name of the workbook.
     ScriptedName(ScriptedHost& host, BookPtr book, const Sheet* sheet, DefinedName name)
-        : host_(host), counted_(host), book_(std::move(book)), sheet_(sheet), name_(std::move(name)) {}
+        : host_(host),
+          counted_(host),
+          book_(std::move(book)),
+          sheet_(sheet),
+          name_(std::move(name)) {}
 
     std::u16string Name_() override;
     std::u16string RefersTo() override;

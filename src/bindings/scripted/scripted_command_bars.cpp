@@ -87,7 +87,9 @@ public:
     void SetBeginGroup(bool begin) override {
         Enter("CommandBarControl.SetBeginGroup").beginGroup = begin;
     }
-    void SetVisible(bool visible) override { Enter("CommandBarControl.SetVisible").visible = visible; }
+    void SetVisible(bool visible) override {
+        Enter("CommandBarControl.SetVisible").visible = visible;
+    }
     void Delete() override {
         ControlData& data = Enter("CommandBarControl.Delete");
         auto& siblings = data.parent->children;
@@ -104,7 +106,9 @@ public:
     void SetPicture(const std::string& image) override {
         Enter("CommandBarButton.SetPicture").picture = image;
     }
-    void SetMask(const std::string& image) override { Enter("CommandBarButton.SetMask").mask = image; }
+    void SetMask(const std::string& image) override {
+        Enter("CommandBarButton.SetMask").mask = image;
+    }
     host::SubscriptionPtr Connect(host::CommandBarButtonEvents& sink) override {
         Enter("CommandBarButton.Connect");
         return std::make_unique<ClickSubscription>(data_, sink);

@@ -51,7 +51,9 @@ public:
     // Makes the nth access from now (1 is the next) fail, whatever it is.
     void FailNthCall(std::int64_t nth) { failAt_ = calls_ + nth; }
     // Makes every access of a member fail, or only its nth from now.
-    void FailMember(const std::string& member, int nth = 0) { failMembers_[member] = {nth == 0, nth}; }
+    void FailMember(const std::string& member, int nth = 0) {
+        failMembers_[member] = {nth == 0, nth};
+    }
     void FailNothing();
     // The member whose access failed last; empty for none.
     const std::string& lastFailure() const { return lastFailure_; }

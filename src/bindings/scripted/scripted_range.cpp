@@ -112,13 +112,15 @@ void ScriptedRange::SetFormulaArray(const std::u16string& formula) {
 
 bool ScriptedRange::IsPartOfLargerArray() const {
     const Content* content = FirstContent();
-    return content && content->hasArray && content->currentArray && !content->currentArray->IsCell();
+    return content && content->hasArray && content->currentArray &&
+           !content->currentArray->IsCell();
 }
 
 void ScriptedRange::Write(const std::u16string& formula, bool asArray) {
     if (!place_.area.IsCell()) throw Error(kErrorApplication, u"A block cannot be written");
     if (place_.sheet->isProtected) throw Error(kErrorApplication, u"The sheet is protected");
-    if (IsPartOfLargerArray()) throw Error(kErrorApplication, u"A part of an array cannot be changed");
+    if (IsPartOfLargerArray())
+        throw Error(kErrorApplication, u"A part of an array cannot be changed");
     Cell& cell = place_.sheet->At(place_.area.top, place_.area.left);
     const auto isOf = [&](const Content& content) {
         return content.hasArray == asArray && *FormulaOf(content).Text() == formula;
@@ -155,8 +157,8 @@ host::RangePtr ScriptedRange::CurrentArray() {
     Enter("Range.CurrentArray");
     const Content* content = FirstContent();
     if (!content || !content->hasArray) throw Error(kErrorApplication, u"No array formula here");
-    return host_.RangeAt({place_.book, place_.sheet,
-                          content->currentArray.value_or(place_.area.FirstCell())});
+    return host_.RangeAt(
+        {place_.book, place_.sheet, content->currentArray.value_or(place_.area.FirstCell())});
 }
 
 korvane::Value ScriptedRange::Value() {
@@ -204,9 +206,11 @@ host::WorksheetPtr ScriptedRange::Worksheet() {
 
 host::NamePtr ScriptedRange::Name() {
     Enter("Range.Name");
-    for (const Sheet* scope : {static_cast<const Sheet*>(place_.sheet), static_cast<const Sheet*>(nullptr)}) {
+    for (const Sheet* scope :
+         {static_cast<const Sheet*>(place_.sheet), static_cast<const Sheet*>(nullptr)}) {
         for (const auto& [key, name] : scope ? scope->names : place_.book->names) {
-            const auto target = FindPlace(host_.model(), std::u16string_view(name.refersTo).substr(1));
+            const auto target =
+                FindPlace(host_.model(), std::u16string_view(name.refersTo).substr(1));
             if (target && target->sheet == place_.sheet && target->area == place_.area) {
                 return std::make_shared<ScriptedName>(host_, place_.book, scope, name);
             }

@@ -54,15 +54,15 @@ TEST(ExploreAll, ReplacesALostHostAndGoesOnWithTheRest) {
     int opened = 0;
     std::vector<std::string> seen;
     std::size_t lastDone = 0;
-    const AllSummary summary = ExploreAll(
-        [&] { return std::make_unique<FragileDocument>(opened); }, true, false,
-        [&](const ExplorationReport& report) {
-            seen.push_back(ToUtf8(report.cell) + (report.ok ? "" : " failed"));
-        },
-        [&](std::size_t done, std::size_t all) {
-            lastDone = done;
-            EXPECT_EQ(all, 5u);
-        });
+    const AllSummary summary =
+        ExploreAll([&] { return std::make_unique<FragileDocument>(opened); }, true, false,
+                   [&](const ExplorationReport& report) {
+                       seen.push_back(ToUtf8(report.cell) + (report.ok ? "" : " failed"));
+                   },
+                   [&](std::size_t done, std::size_t all) {
+                       lastDone = done;
+                       EXPECT_EQ(all, 5u);
+                   });
     EXPECT_EQ(seen, (std::vector<std::string>{"A1", "A2", "A3 failed", "A4 failed", "A5"}));
     EXPECT_EQ(lastDone, 5u);
     EXPECT_EQ(opened, 2);
@@ -80,8 +80,9 @@ TEST(ExploreAll, EndsWhenTheHostCannotBeStartedAgain) {
         return std::make_unique<FragileDocument>(opened);
     };
     int reports = 0;
-    EXPECT_THROW(ExploreAll(open, true, false, [&](const ExplorationReport&) { ++reports; },
-                            [](std::size_t, std::size_t) {}),
+    EXPECT_THROW(ExploreAll(
+                     open, true, false, [&](const ExplorationReport&) { ++reports; },
+                     [](std::size_t, std::size_t) {}),
                  CommandError);
     EXPECT_EQ(reports, 3);
 }
@@ -95,10 +96,12 @@ TEST(ExploreAll, AnEmptyDocumentIsDoneAtOnce) {
             return {};
         }
     };
-    const auto summary = ExploreAll([] { return std::make_unique<EmptyDocument>(); }, true, false,
-                                    [](const ExplorationReport&) { FAIL(); },
-                                    [](std::size_t done, std::size_t all) { EXPECT_EQ(done, all); });
-    EXPECT_EQ(summary.Text(), "explored: 0, failed: 0, imprecise: 0, with indirect references: 0\n");
+    const auto summary =
+        ExploreAll([] { return std::make_unique<EmptyDocument>(); }, true, false,
+                   [](const ExplorationReport&) { FAIL(); },
+                   [](std::size_t done, std::size_t all) { EXPECT_EQ(done, all); });
+    EXPECT_EQ(summary.Text(),
+              "explored: 0, failed: 0, imprecise: 0, with indirect references: 0\n");
 }
 
 }  // namespace

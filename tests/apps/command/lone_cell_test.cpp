@@ -74,18 +74,21 @@ TEST(LoneCell, AgreesWithAScriptedCellThatHasNothingAroundIt) {
         "cells":{"A1":{"formula":"=1","text":null}}}]}],"literals":true})");
     LoneCell cell;
     std::mt19937 random(7);
-    const char* const tokens[] = {"IF(",  "CHOOSE(", "INDEX(", "SUM(", ")",   ")",    ",",  "+",   "1",
-                                  "2",    "Xyz",     "\"a\"",  "TRUE", " ",   "#NUM!/", "/",  "\"\"", "false",
-                                  "-0",   "1E400",   "1E-5",   "T(",   "{1;2}", "%",  ".5", "'", "\""};
+    const char* const tokens[] = {"IF(",    "CHOOSE(", "INDEX(", "SUM(",  ")",     ")",     ",",
+                                  "+",      "1",       "2",      "Xyz",   "\"a\"", "TRUE",  " ",
+                                  "#NUM!/", "/",       "\"\"",   "false", "-0",    "1E400", "1E-5",
+                                  "T(",     "{1;2}",   "%",      ".5",    "'",     "\""};
     for (int k = 0; k < 2000; ++k) {
         std::string formula = "=";
-        for (auto count = random() % 10; count > 0; --count) formula += tokens[random() % std::size(tokens)];
+        for (auto count = random() % 10; count > 0; --count)
+            formula += tokens[random() % std::size(tokens)];
         const bool functions = random() % 2 == 0;
         host->model().activeSheet->At(1, 1).content.formula = ToUtf16(formula);
         const test::Exploration scripted(*host, functions);
         ASSERT_EQ(TreeOf(cell, formula, functions),
                   scripted.ok ? scripted.text()
-                              : "failed: " + scripted.log().at(0).substr(std::string("CElement.bInitRoot: ").size()))
+                              : "failed: " + scripted.log().at(0).substr(
+                                                 std::string("CElement.bInitRoot: ").size()))
             << formula;
     }
 }

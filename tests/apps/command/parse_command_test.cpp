@@ -19,7 +19,8 @@ struct Result {
     std::vector<Json> objects() const {
         std::vector<Json> lines;
         std::size_t begin = 0;
-        for (auto end = output.find('\n'); end != std::string::npos; end = output.find('\n', begin)) {
+        for (auto end = output.find('\n'); end != std::string::npos;
+             end = output.find('\n', begin)) {
             lines.push_back(Json::parse(output.substr(begin, end - begin)));
             begin = end + 1;
         }
@@ -32,7 +33,8 @@ class ParseCommandTest : public testing::Test {
 protected:
     void SetUp() override { ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr); }
 
-    static Result Run(const std::string& input, const ParseOptions& options, const Style& style = {}) {
+    static Result Run(const std::string& input, const ParseOptions& options,
+                      const Style& style = {}) {
         struct Close {
             void operator()(std::FILE* file) const { std::fclose(file); }
         };
@@ -54,17 +56,20 @@ protected:
 TEST_F(ParseCommandTest, GivesOneObjectPerFormula) {
     const Result result = Run("=SUM(A1,5)\n=B1\n", AsJson());
     EXPECT_EQ(result.code, kDone);
-    EXPECT_EQ(result.output,
-              R"j({"formula":"=SUM(A1,5)","tree":{"name":"A1","function":"","formula":"=SUM(A1,5)","kind":0,)j"
-              R"j("tag":0,"pos":0,"rootPos":0,"length":10,"children":[{"name":"SUM","function":"SUM",)j"
-              R"j("formula":"SUM(A1,5)","kind":0,"tag":0,"pos":2,"rootPos":2,"length":9,"children":[)j"
-              R"j({"name":"#NAME?","function":"","formula":"A1","kind":0,"tag":0,"pos":5,"rootPos":6,)j"
-              R"j("length":2,"children":[]}]}]}})j"
-              "\n"
-              R"j({"formula":"=B1","tree":{"name":"A1","function":"","formula":"=B1","kind":0,"tag":0,)j"
-              R"j("pos":0,"rootPos":0,"length":3,"children":[{"name":"#NAME?","function":"","formula":"B1",)j"
-              R"j("kind":0,"tag":0,"pos":2,"rootPos":2,"length":2,"children":[]}]}})j"
-              "\n");
+    EXPECT_EQ(
+        result.output,
+        R"j({"formula":"=SUM(A1,5)","tree":{"name":"A1","function":"","formula":"=SUM(A1,5)",)j"
+        R"j("kind":0,)j"
+        R"j("tag":0,"pos":0,"rootPos":0,"length":10,"children":[{"name":"SUM","function":"SUM",)j"
+        R"j("formula":"SUM(A1,5)","kind":0,"tag":0,"pos":2,"rootPos":2,"length":9,"children":[)j"
+        R"j({"name":"#NAME?","function":"","formula":"A1","kind":0,"tag":0,"pos":5,"rootPos":6,)j"
+        R"j("length":2,"children":[]}]}]}})j"
+        "\n"
+        R"j({"formula":"=B1","tree":{"name":"A1","function":"","formula":"=B1","kind":0,"tag":0,)j"
+        R"j("pos":0,"rootPos":0,"length":3,"children":[{"name":"#NAME?","function":"",)j"
+        R"j("formula":"B1",)j"
+        R"j("kind":0,"tag":0,"pos":2,"rootPos":2,"length":2,"children":[]}]}})j"
+        "\n");
 }
 
 TEST_F(ParseCommandTest, BranchesCarryTheirKindAndTag) {
@@ -94,7 +99,8 @@ TEST_F(ParseCommandTest, AFailureIsAnObjectToo) {
     EXPECT_EQ(result.code, kExplorationFailed);
     const auto lines = result.objects();
     ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0], (Json{{"formula", "=\"open"}, {"error", "A quote is not closed (bInitRoot)"}}));
+    EXPECT_EQ(lines[0],
+              (Json{{"formula", "=\"open"}, {"error", "A quote is not closed (bInitRoot)"}}));
     EXPECT_TRUE(lines[1].contains("tree"));
 }
 

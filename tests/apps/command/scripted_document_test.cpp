@@ -12,11 +12,13 @@ namespace {
 
 class ScriptedDocumentTest : public testing::Test {
 protected:
-    ScriptedDocumentTest() : document_(scripted::LoadDocument(nlohmann::json::parse(R"({"workbooks":[
+    ScriptedDocumentTest()
+        : document_(scripted::LoadDocument(nlohmann::json::parse(R"({"workbooks":[
         {"name":"B.xls","names":{"Total":"=S!$A$1","Block":"='My Sheet'!$B$2:$C$3","Rate":"=0.5"},
          "sheets":[{"name":"S","cells":{"A1":{"formula":"=B1","value":1},"B10":{"formula":"=A1"},
                                         "B2":{"formula":"=A2"},"C1":3}},
-                   {"name":"My Sheet","names":{"Own":"='My Sheet'!B2"},"cells":{"B2":{"formula":"=A1"}}}]},
+                   {"name":"My Sheet","names":{"Own":"='My Sheet'!B2"},
+                    "cells":{"B2":{"formula":"=A1"}}}]},
         {"name":"P.xls","sheets":[{"name":"Prices","cells":{"A1":{"formula":"=B1"}}}]}],
         "active":{"cell":"C1"},"evaluate":{"=Broken":{"fail":true}}})"))) {}
 
@@ -49,7 +51,8 @@ TEST_F(ScriptedDocumentTest, ExploresOnTheCellsOwnSheet) {
 }
 
 TEST_F(ScriptedDocumentTest, WhatLeadsToNoCellIsNotFound) {
-    for (const auto* text : {u"", u"Nope", u"Nope!A1", u"Rate", u"A0", u"[Nope.xls]S!A1", u"Broken", u"'S!A1"}) {
+    for (const auto* text :
+         {u"", u"Nope", u"Nope!A1", u"Rate", u"A0", u"[Nope.xls]S!A1", u"Broken", u"'S!A1"}) {
         try {
             document_.Explore(text, true, false);
             FAIL() << ToUtf8(text);

@@ -40,7 +40,9 @@ TEST_F(TerminalTest, PutsATextOnOneHarmlessLine) {
 
 TEST_F(TerminalTest, BytesThatAreNoTextNeverReachTheTerminal) {
     // Some terminals take the lone byte 9B for the start of a command.
-    EXPECT_EQ(OneLine("a\x9B" "31mb"), "a\uFFFD31mb");
+    EXPECT_EQ(OneLine("a\x9B"
+                      "31mb"),
+              "a\uFFFD31mb");
     EXPECT_EQ(OneLine("\xC2\x9B\x80"), "\uFFFD\uFFFD");
     EXPECT_EQ(OneLine("\xFF\xFE"), "\uFFFD\uFFFD");
     EXPECT_EQ(OneLine("\xE6\x97"), "\uFFFD\uFFFD");

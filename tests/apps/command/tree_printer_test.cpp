@@ -131,7 +131,8 @@ TEST_F(TreePrinterTest, SaysWhatTheReaderShouldKnowAboutTheValues) {
     EXPECT_EQ(PrintReport(report, {}).find("INDIRECT"), std::string::npos);
     report.bPreciseCalc = true;
     EXPECT_NE(PrintReport(report, {}).find("imprecise"), std::string::npos);
-    EXPECT_EQ(PrintReport(report, {}).find("--precise"), std::string::npos) << "it was asked for already";
+    EXPECT_EQ(PrintReport(report, {}).find("--precise"), std::string::npos)
+        << "it was asked for already";
     report.bMaybeImprecise = false;
     report.bContainsIndirect = true;
     EXPECT_NE(PrintReport(report, {}).find("INDIRECT"), std::string::npos);

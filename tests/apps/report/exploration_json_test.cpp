@@ -46,13 +46,14 @@ TEST(ExplorationJson, HasTheMembersOfAReportInOrder) {
     const Json json = ToJson(Sample());
     std::vector<std::string> keys;
     for (const auto& [key, value] : json.items()) keys.push_back(key);
-    EXPECT_EQ(keys, (std::vector<std::string>{"ok", "cell", "formula", "bEveryFunction", "bPreciseCalc",
-                                              "bMaybeImprecise", "bContainsIndirect", "log", "tree"}));
+    EXPECT_EQ(keys,
+              (std::vector<std::string>{"ok", "cell", "formula", "bEveryFunction", "bPreciseCalc",
+                                        "bMaybeImprecise", "bContainsIndirect", "log", "tree"}));
     keys.clear();
     for (const auto& [key, value] : json["tree"].items()) keys.push_back(key);
     EXPECT_EQ(keys, (std::vector<std::string>{"name", "function", "formula", "kind", "tag", "pos",
-                                              "rootPos", "length", "value", "location", "calc", "range",
-                                              "children"}));
+                                              "rootPos", "length", "value", "location", "calc",
+                                              "range", "children"}));
     EXPECT_EQ(json["tree"]["range"], Json(nullptr)) << "a part without cells";
     EXPECT_EQ(json["tree"]["children"][0].dump(),
               R"j({"name":"if true (chosen)","function":"Rate","formula":"Rate","kind":2,"tag":1,)j"

@@ -10,7 +10,8 @@ namespace {
 
 using test::HostWith;
 
-ExplorationReport ExploreOn(scripted::ScriptedHost& host, bool functions = true, bool precise = false) {
+ExplorationReport ExploreOn(scripted::ScriptedHost& host, bool functions = true,
+                            bool precise = false) {
     const auto application = host.Application();
     return Explore(*application, application->ActiveCell(), functions, precise);
 }
@@ -57,7 +58,9 @@ TEST(Exploration, AFailureIsALogLineWithoutATree) {
     EXPECT_FALSE(report.ok);
     EXPECT_FALSE(report.tree);
     EXPECT_EQ(report.formula, u"=B1+\"open");
-    EXPECT_EQ(report.log, (std::vector<std::u16string>{u"CElement.bInitRoot: A quote is not closed (bInitRoot)"}));
+    EXPECT_EQ(
+        report.log,
+        (std::vector<std::u16string>{u"CElement.bInitRoot: A quote is not closed (bInitRoot)"}));
     EXPECT_EQ(host->LiveHandles(), 0);
 }
 

@@ -44,8 +44,9 @@ TEST_F(ModelTest, SheetsAndBooksAreFoundIgnoringCase) {
 }
 
 TEST_F(ModelTest, WhatLeadsNowhereIsNoPlace) {
-    for (const auto* text : {u"", u"A", u"Nope!A1", u"[Nope.xls]S!A1", u"[B.xls]!A1", u"S!Rate", u"A0",
-                             u"A1048577", u"XFE1", u"'S!A1", u"S'!A1", u"A1:", u":A1", u"A1:B2:C3"}) {
+    for (const auto* text :
+         {u"", u"A", u"Nope!A1", u"[Nope.xls]S!A1", u"[B.xls]!A1", u"S!Rate", u"A0", u"A1048577",
+          u"XFE1", u"'S!A1", u"S'!A1", u"A1:", u":A1", u"A1:B2:C3"}) {
         EXPECT_EQ(PlaceOf(text), "") << ToUtf8(text);
     }
 }
