@@ -23,13 +23,16 @@ using Json = nlohmann::ordered_json;
 void RequireFile(const std::string& path) {
     struct stat info {};
     if (stat(path.c_str(), &info) != 0) {
-        throw CommandError(kNotFound, errno == ENOENT ? "no such file: " + path
-                                                      : "cannot read " + path + ": " + std::strerror(errno));
+        throw CommandError(kNotFound, errno == ENOENT
+                                          ? "no such file: " + path
+                                          : "cannot read " + path + ": " + std::strerror(errno));
     }
-    if (S_ISDIR(info.st_mode)) throw CommandError(kNotFound, path + " is a directory, not a workbook");
+    if (S_ISDIR(info.st_mode))
+        throw CommandError(kNotFound, path + " is a directory, not a workbook");
     if (!S_ISREG(info.st_mode)) throw CommandError(kNotFound, path + " is not a file");
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) throw CommandError(kNotFound, "cannot read " + path + ": " + std::strerror(errno));
+    if (file < 0)
+        throw CommandError(kNotFound, "cannot read " + path + ": " + std::strerror(errno));
     close(file);
     if (info.st_size == 0) throw CommandError(kNotFound, path + " is empty, not a workbook");
 }
@@ -51,16 +54,19 @@ fs::path Copy(const std::string& path, const PrivateFolder& folder) {
 
 }  // namespace
 
-OfficeDocument::OfficeDocument(const std::string& path, const OfficeTimes& times, const fs::path& component)
+OfficeDocument::OfficeDocument(const std::string& path, const OfficeTimes& times,
+                               const fs::path& component)
     : path_(path), times_(times) {
     RequireFile(path);
-    process_ = std::make_unique<OfficeProcess>(FindOffice(), component.empty() ? FindComponent() : component, times);
+    process_ = std::make_unique<OfficeProcess>(
+        FindOffice(), component.empty() ? FindComponent() : component, times);
     Ask(Json{{"open", Copy(path, process_->folder()).string()}}.dump(), times_.open);
 }
 
 OfficeDocument::~OfficeDocument() = default;
 
-ExplorationReport OfficeDocument::Explore(const std::u16string& cell, bool bEveryFunction, bool bPreciseCalc) {
+ExplorationReport OfficeDocument::Explore(const std::u16string& cell, bool bEveryFunction,
+                                          bool bPreciseCalc) {
     const Json request{{"explore", ToUtf8(cell)},
                        {"bEveryFunction", bEveryFunction},
                        {"bPreciseCalc", bPreciseCalc}};
@@ -68,7 +74,8 @@ ExplorationReport OfficeDocument::Explore(const std::u16string& cell, bool bEver
     try {
         return ReportFromJson(Json::parse(answer));
     } catch (const Json::exception& error) {
-        throw CommandError(kHostLost, std::string("LibreOffice's answer makes no sense: ") + error.what());
+        throw CommandError(kHostLost,
+                           std::string("LibreOffice's answer makes no sense: ") + error.what());
     }
 }
 
@@ -81,13 +88,15 @@ std::vector<std::u16string> OfficeDocument::FormulaCells() {
             cells.push_back(ToUtf16(cell.get_ref<const std::string&>()));
         }
     } catch (const Json::exception& error) {
-        throw CommandError(kHostLost, std::string("LibreOffice's answer makes no sense: ") + error.what());
+        throw CommandError(kHostLost,
+                           std::string("LibreOffice's answer makes no sense: ") + error.what());
     }
     return cells;
 }
 
 // The answer's line; an answer that is an error is thrown.
-std::string OfficeDocument::Ask(const std::string& request, std::optional<std::chrono::milliseconds> time) {
+std::string OfficeDocument::Ask(const std::string& request,
+                                std::optional<std::chrono::milliseconds> time) {
     std::string answer = process_->Ask(request, time);
     constexpr std::string_view kError = "{\"error\":";
     if (!answer.starts_with(kError)) return answer;
@@ -96,7 +105,8 @@ std::string OfficeDocument::Ask(const std::string& request, std::optional<std::c
     if (!readable) throw CommandError(kHostLost, "LibreOffice's answer makes no sense.");
     const Json& error = json.at("error");
     const bool notFound = error.value("code", int{kHostLost}) == kNotFound;
-    throw CommandError(notFound ? kNotFound : kHostLost, path_ + ": " + error.value("message", std::string()));
+    throw CommandError(notFound ? kNotFound : kHostLost,
+                       path_ + ": " + error.value("message", std::string()));
 }
 
 }  // namespace korvane::command

@@ -93,7 +93,8 @@ bool HasOffice(const fs::path& program) {
 std::string StartupValue(const fs::path& file, std::string_view key) {
     std::ifstream in(file);
     for (std::string line; std::getline(in, line);) {
-        if (line.size() > key.size() && line[key.size()] == '=' && line.compare(0, key.size(), key) == 0) {
+        if (line.size() > key.size() && line[key.size()] == '=' &&
+            line.compare(0, key.size(), key) == 0) {
             return line.substr(key.size() + 1);
         }
     }
@@ -108,7 +109,8 @@ std::string ConfigurationLayers(const fs::path& program, const PrivateFolder& fo
     for (std::string layer; usual >> layer;) {
         if (layer.starts_with("xcsxcu:") || layer.starts_with("res:")) layers += layer + ' ';
     }
-    if (layers.empty()) layers = "xcsxcu:${BRAND_BASE_DIR}/share/registry res:${BRAND_BASE_DIR}/share/registry ";
+    if (layers.empty())
+        layers = "xcsxcu:${BRAND_BASE_DIR}/share/registry res:${BRAND_BASE_DIR}/share/registry ";
     layers += "xcsxcu:" + FileUrl(folder.path() / "config") + ' ';
     return layers + "user:!" + FileUrl(folder.path() / "profile/user/registrymodifications.xcu");
 }
@@ -129,7 +131,8 @@ fs::path FindOffice() {
         throw CommandError(kHostLost, std::string("KORVANE_OFFICE names no LibreOffice: ") + named);
     }
     for (const char* const folder :
-         {"/usr/lib/libreoffice/program", "/usr/lib64/libreoffice/program", "/opt/libreoffice/program"}) {
+         {"/usr/lib/libreoffice/program", "/usr/lib64/libreoffice/program",
+          "/opt/libreoffice/program"}) {
         if (HasOffice(folder)) return folder;
     }
     throw CommandError(kHostLost,
@@ -140,7 +143,8 @@ fs::path FindOffice() {
 fs::path FindComponent() {
     std::error_code failed;
     const fs::path self = fs::read_symlink("/proc/self/exe", failed);
-    const fs::path component = self.parent_path().parent_path() / "lib/korvane/libkorvane-office.so";
+    const fs::path component =
+        self.parent_path().parent_path() / "lib/korvane/libkorvane-office.so";
     if (!failed && fs::exists(component, failed)) return component;
     throw CommandError(kHostLost, "The installation is incomplete: " + component.string() +
                                       " is missing. Build or install korvane again.");
@@ -191,7 +195,8 @@ std::vector<std::string> OfficeEnvironment(const PrivateFolder& folder) {
         const auto is = [&](std::string_view name) {
             return variable.starts_with(name) && variable.substr(name.size()).starts_with('=');
         };
-        if (is("TMPDIR") || is("DISPLAY") || is("WAYLAND_DISPLAY") || is("SAL_USE_VCLPLUGIN")) continue;
+        if (is("TMPDIR") || is("DISPLAY") || is("WAYLAND_DISPLAY") || is("SAL_USE_VCLPLUGIN"))
+            continue;
         if (!utf8 && (is("LC_ALL") || is("LC_CTYPE"))) continue;
         variables.emplace_back(variable);
     }

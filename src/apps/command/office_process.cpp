@@ -21,7 +21,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int kOfficeSocket = 3;           // the component's end of the socket
+constexpr int kOfficeSocket = 3;            // the component's end of the socket
 constexpr int kWantsToBeStartedAgain = 81;  // the office's exit code for that
 constexpr milliseconds kOrderlyEnd{2'000};
 
@@ -47,8 +47,8 @@ public:
         posix_spawnattr_setsigmask(&attributes_, &none);
         posix_spawnattr_setsigdefault(&attributes_, &all);
         posix_spawnattr_setpgroup(&attributes_, 0);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
-                                                   POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setflags(
+            &attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
     }
     ~SpawnSettings() {
         if (output_ >= 0) close(output_);
@@ -93,7 +93,8 @@ OfficeProcess::OfficeProcess(const std::filesystem::path& program,
             if (Receive(deadline)) return;  // the component's greeting
             const auto status = Reap(kOrderlyEnd);
             End();
-            if (!status || !WIFEXITED(*status) || WEXITSTATUS(*status) != kWantsToBeStartedAgain) break;
+            if (!status || !WIFEXITED(*status) || WEXITSTATUS(*status) != kWantsToBeStartedAgain)
+                break;
         }
         Lost("LibreOffice could not be started: it ended at once. Does " + program.string() +
              "/soffice.bin run by itself?");
@@ -115,9 +116,9 @@ void OfficeProcess::Start(const std::vector<std::string>& arguments,
     SpawnSettings settings;
     settings.PassOnly(ends[1]);
     pid_t process = -1;
-    const int failed = posix_spawn(&process, arguments[0].c_str(), settings.files(),
-                                   settings.attributes(), Pointers(arguments).data(),
-                                   Pointers(environment).data());
+    const int failed =
+        posix_spawn(&process, arguments[0].c_str(), settings.files(), settings.attributes(),
+                    Pointers(arguments).data(), Pointers(environment).data());
     close(ends[1]);
     if (failed != 0) {
         Lost("LibreOffice could not be started (" + arguments[0] + "): " + std::strerror(failed));

@@ -20,8 +20,8 @@ public:
     explicit Job(const css::uno::Reference<css::uno::XComponentContext>& context)
         : context_(context) {}
 
-    css::uno::Any SAL_CALL execute(
-        const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
+    css::uno::Any SAL_CALL
+    execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
         try {
             CutOffNetwork();
             StartConversation(context_);

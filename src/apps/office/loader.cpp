@@ -6,8 +6,8 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/document/XTypeDetection.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
-#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/task/DocumentMSPasswordRequest.hpp>
 #include <com/sun/star/task/DocumentPasswordRequest.hpp>
 #include <com/sun/star/task/XInteractionAbort.hpp>
@@ -15,7 +15,9 @@
 #include <com/sun/star/task/XInteractionHandler.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <fstream>
 #include <osl/file.hxx>
+#include <string_view>
 #include <vector>
 
 #include "base/text.h"
@@ -72,28 +74,36 @@ rtl::OUString TextOf(const Properties& properties, const char16_t* name) {
 
 // The filter that the office would take, and whether it makes a spreadsheet.
 // Asking before loading keeps a text or a picture from being opened at all.
-std::u16string SpreadsheetFilter(const Context& context, const rtl::OUString& url) {
+// Some kinds of files already ask for a password to be told apart.
+std::u16string SpreadsheetFilter(const Context& context, const rtl::OUString& url,
+                                 const Reference<css::task::XInteractionHandler>& answers) {
     const auto services = context->getServiceManager();
     const Reference<css::document::XTypeDetection> detection(
-        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.TypeDetection"), context),
+        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.TypeDetection"),
+                                            context),
         UNO_QUERY_THROW);
-    const css::beans::PropertyValue address = Property(u"URL", url);
-    Properties described(&address, 1);
+    const css::beans::PropertyValue file[] = {Property(u"URL", url),
+                                              Property(u"InteractionHandler", answers)};
+    Properties described(file, 2);
     const rtl::OUString type = detection->queryTypeByDescriptor(described, true);
     if (type.isEmpty()) return {};
     rtl::OUString filter = TextOf(described, u"FilterName");
     if (filter.isEmpty()) {
         Properties details;
-        Reference<css::container::XNameAccess>(detection, UNO_QUERY_THROW)->getByName(type) >>= details;
+        Reference<css::container::XNameAccess>(detection, UNO_QUERY_THROW)->getByName(type) >>=
+            details;
         filter = TextOf(details, u"PreferredFilter");
     }
     const Reference<css::container::XNameAccess> filters(
-        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.FilterFactory"), context),
+        services->createInstanceWithContext(ToOUString(u"com.sun.star.document.FilterFactory"),
+                                            context),
         UNO_QUERY_THROW);
     if (filter.isEmpty() || !filters->hasByName(filter)) return {};
     Properties details;
     filters->getByName(filter) >>= details;
-    if (TextOf(details, u"DocumentService") != ToOUString(u"com.sun.star.sheet.SpreadsheetDocument")) return {};
+    if (TextOf(details, u"DocumentService") !=
+        ToOUString(u"com.sun.star.sheet.SpreadsheetDocument"))
+        return {};
     return ToText(filter);
 }
 
@@ -102,36 +112,58 @@ bool IsPage(std::u16string_view filter) {
     return ContainsIgnoringCase(filter, u"html") || ContainsIgnoringCase(filter, u"WebQuery");
 }
 
+// Whatever is no other kind of file could be a text with separators: only one
+// that says so by its name and holds no binary data is taken as a workbook.
+bool IsSeparatedText(const std::string& path) {
+    const auto hasEnding = [&](std::string_view ending) {
+        return path.size() > ending.size() &&
+               EqualIgnoringCase(ToUtf16(path.substr(path.size() - ending.size())),
+                                 ToUtf16(ending));
+    };
+    if (!hasEnding(".csv") && !hasEnding(".tsv") && !hasEnding(".tab")) return false;
+    std::ifstream in(path, std::ios::binary);
+    std::string start(65'536, '\0');
+    in.read(start.data(), static_cast<std::streamsize>(start.size()));
+    start.resize(static_cast<std::size_t>(in.gcount()));
+    return start.find('\0') == std::string::npos;
+}
+
 }  // namespace
 
 Reference<css::frame::XModel> OpenWorkbook(const Context& context, const std::string& path) {
     const Reference<Refuse> refuse(new Refuse);
     const auto fail = [&](const char* why) -> void {
-        throw NotAWorkbook(refuse->askedForPassword()
-                               ? "is protected by a password; save a copy without one and explore that"
-                               : why);
+        throw NotAWorkbook(
+            refuse->askedForPassword()
+                ? "is protected by a password; save a copy without one and explore that"
+                : why);
     };
     try {
         rtl::OUString url;
         osl::FileBase::getFileURLFromSystemPath(ToOUString(ToUtf16(path)), url);
-        const std::u16string filter = SpreadsheetFilter(context, url);
-        if (filter.empty() || IsPage(filter)) fail("is not a workbook that LibreOffice Calc can read");
+        const std::u16string filter = SpreadsheetFilter(context, url, refuse.get());
+        const bool isText = filter.starts_with(u"Text - txt");
+        if (filter.empty() || IsPage(filter) || (isText && !IsSeparatedText(path)))
+            fail("is not a workbook that LibreOffice Calc can read");
 
         std::vector<css::beans::PropertyValue> how{
             Property(u"Hidden", true),
             Property(u"FilterName", ToOUString(filter)),
             Property(u"MacroExecutionMode", sal_Int16{css::document::MacroExecMode::NEVER_EXECUTE}),
             Property(u"UpdateDocMode", sal_Int16{css::document::UpdateDocMode::NO_UPDATE}),
-            Property(u"InteractionHandler", Reference<css::task::XInteractionHandler>(refuse.get())),
+            Property(u"InteractionHandler",
+                     Reference<css::task::XInteractionHandler>(refuse.get())),
         };
-        if (filter.starts_with(u"Text - txt")) {
+        if (isText) {
             // Comma, quotes, UTF-8, from line 1, no formulas out of texts.
-            how.push_back(Property(u"FilterOptions", ToOUString(u"44,34,76,1,,0,false,true,false,false,false,-1")));
+            how.push_back(Property(u"FilterOptions",
+                                   ToOUString(u"44,34,76,1,,0,false,true,false,false,false,-1")));
         }
         const auto desktop = css::frame::Desktop::create(context);
         const Reference<css::frame::XModel> model(
-            desktop->loadComponentFromURL(url, ToOUString(u"_blank"), 0,
-                                          Properties(how.data(), static_cast<sal_Int32>(how.size()))),
+            desktop->loadComponentFromURL(
+                url, ToOUString(u"_blank"), 0,
+                Properties(how.data(), static_cast<sal_Int32>(how.size()))),
             UNO_QUERY);
         if (!model.is()) fail("cannot be read: it is damaged, or no workbook");
         const Reference<css::lang::XServiceInfo> info(model, UNO_QUERY_THROW);

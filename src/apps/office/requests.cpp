@@ -7,7 +7,6 @@
 #include "apps/report/exploration_json.h"
 #include "base/text.h"
 #include "bindings/calc/formula_cells.h"
-#include "host/worksheet.h"
 
 namespace korvane::office {
 namespace {

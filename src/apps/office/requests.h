@@ -18,7 +18,8 @@ namespace korvane::office {
 // the exit code that the command line ends with.
 class Requests {
 public:
-    explicit Requests(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context)
+    explicit Requests(
+        const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context)
         : context_(context) {}
 
     // Answers one line. Throws nothing but std::bad_alloc.

@@ -1,10 +1,11 @@
 #include "bindings/calc/calc_application.h"
 
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
-#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/util/XModifiable2.hpp>
 
 #include "base/text.h"
 #include "bindings/calc/calc_names.h"
@@ -66,18 +67,22 @@ void CalcApplication::SetStatusBar(const Value& /*text*/) {}
 
 void CalcApplication::SetCursor(int /*cursor*/) {}
 
-void CalcApplication::SetEnableEvents(bool /*enable*/) { FailWithoutWindow(u"Application.EnableEvents"); }
+void CalcApplication::SetEnableEvents(bool /*enable*/) {
+    FailWithoutWindow(u"Application.EnableEvents");
+}
 
 bool CalcApplication::ScreenUpdating() { return screenUpdating_; }
 
 void CalcApplication::SetScreenUpdating(bool update) {
     if (update == screenUpdating_) return;
     Ask(document_, [&] {
-        if (update) {
-            document_->model()->unlockControllers();
-        } else {
-            document_->model()->lockControllers();
-        }
+        const auto& model = document_->model();
+        if (!update) return model->lockControllers();
+        // What was written meanwhile is told now, and would mark the document.
+        const Reference<css::util::XModifiable2> modifiable(model, UNO_QUERY_THROW);
+        const bool wasEnabled = modifiable->disableSetModified();
+        model->unlockControllers();
+        if (wasEnabled) modifiable->enableSetModified();
     });
     screenUpdating_ = update;
 }
@@ -86,7 +91,8 @@ int CalcApplication::Calculation() {
     return Ask(document_, [&] {
         if (calculation_) return *calculation_;
         const Reference<css::sheet::XCalculatable> mode(document_->model(), UNO_QUERY_THROW);
-        return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic : host::xlCalculationManual;
+        return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic
+                                                     : host::xlCalculationManual;
     });
 }
 
@@ -109,19 +115,26 @@ ObjectPtr CalcApplication::Selection() { return ActiveCell(); }
 host::RangePtr CalcApplication::ActiveCell() {
     return Ask(document_, [&] {
         const CellAddress cell = document_->ActiveCell();
-        return CalcRange::Make(document_, cell.Sheet, {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1});
+        return CalcRange::Make(document_, cell.Sheet,
+                               {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1});
     });
 }
 
-host::CommandBarsPtr CalcApplication::CommandBars() { FailWithoutWindow(u"Application.CommandBars"); }
+host::CommandBarsPtr CalcApplication::CommandBars() {
+    FailWithoutWindow(u"Application.CommandBars");
+}
 
-host::WorkbookPtr CalcApplication::ThisWorkbook() { FailWithoutWindow(u"Application.ThisWorkbook"); }
+host::WorkbookPtr CalcApplication::ThisWorkbook() {
+    FailWithoutWindow(u"Application.ThisWorkbook");
+}
 
 void CalcApplication::OnKey(const std::u16string& /*key*/, const std::u16string& /*procedure*/) {
     FailWithoutWindow(u"Application.OnKey");
 }
 
-void CalcApplication::OnKey(const std::u16string& /*key*/) { FailWithoutWindow(u"Application.OnKey"); }
+void CalcApplication::OnKey(const std::u16string& /*key*/) {
+    FailWithoutWindow(u"Application.OnKey");
+}
 
 std::u16string CalcApplication::DecimalSeparator() {
     return Translated([&] { return calc::DecimalSeparator(document_->context()); });
@@ -137,9 +150,13 @@ host::SubscriptionPtr CalcApplication::Connect(host::ApplicationEvents& /*sink*/
 
 host::RangePtr CalcApplication::FindCell(const std::u16string& text) {
     return Ask(document_, [&]() -> host::RangePtr {
-        const auto fail = [](const std::u16string& message) -> void { throw Error(kErrorApplication, message); };
+        const auto fail = [](const std::u16string& message) -> void {
+            throw Error(kErrorApplication, message);
+        };
         const auto parts = SplitReference(text);
-        if (!parts) fail(u"\"" + text + u"\" is no cell: write Sheet!B7, 'My Sheet'!B7, B7 or a defined name");
+        if (!parts)
+            fail(u"\"" + text +
+                 u"\" is no cell: write Sheet!B7, 'My Sheet'!B7, B7 or a defined name");
         if (!parts->book.empty() && !EqualIgnoringCase(parts->book, document_->FileName())) {
             fail(u"the workbook is " + document_->FileName() + u", not " + parts->book);
         }
@@ -149,7 +166,8 @@ host::RangePtr CalcApplication::FindCell(const std::u16string& text) {
             if (!found) fail(u"there is no sheet \"" + parts->sheet + u"\"");
             sheet = *found;
         }
-        if (const auto area = ParseArea(parts->rest)) return CalcRange::Make(document_, sheet, area->FirstCell());
+        if (const auto area = ParseArea(parts->rest))
+            return CalcRange::Make(document_, sheet, area->FirstCell());
         CalcNames ofSheet(document_, document_->Sheet(sheet));
         host::NamePtr name = ofSheet.Item(parts->rest);
         if (!name) name = CalcNames(document_).Item(parts->rest);

@@ -19,8 +19,9 @@ class CalcApplication : public host::Application {
 public:
     // `model` is the spreadsheet document that is active. Throws korvane::Error
     // when it is none.
-    CalcApplication(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
-                    const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
+    CalcApplication(
+        const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
+        const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
     ~CalcApplication() override;
 
     std::u16string Version() override;
@@ -53,7 +54,6 @@ public:
     const DocumentPtr& document() const { return document_; }
 
 private:
-
     DocumentPtr document_;
     std::unique_ptr<Evaluator> evaluator_;
     std::optional<int> calculation_;  // as it was set

@@ -72,10 +72,11 @@ CalcDocument::CalcDocument(const Reference<css::uno::XComponentContext>& context
     model_->addEventListener(new Closing(life_));
 
     sheets_ = Reference<css::sheet::XSpreadsheetDocument>(model_, UNO_QUERY_THROW)->getSheets();
-    formats_ = Reference<css::util::XNumberFormatsSupplier>(model_, UNO_QUERY_THROW)->getNumberFormats();
+    formats_ =
+        Reference<css::util::XNumberFormatsSupplier>(model_, UNO_QUERY_THROW)->getNumberFormats();
     css::util::Date dayZero;
     Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)
-            ->getPropertyValue(ToOUString(u"NullDate")) >>= dayZero;
+        ->getPropertyValue(ToOUString(u"NullDate")) >>= dayZero;
     dateOffset_ = DaysFromHostDayZero(dayZero);
     formulas_ = std::make_unique<FormulaText>(model_, FileName());
     kept_ = std::make_unique<KeptCell>();

@@ -31,8 +31,9 @@ using SheetRef = com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsh
 class CalcDocument {
 public:
     // `model` must be a spreadsheet document.
-    CalcDocument(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
-                 const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
+    CalcDocument(
+        const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
+        const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
     ~CalcDocument();
     CalcDocument(const CalcDocument&) = delete;
     CalcDocument& operator=(const CalcDocument&) = delete;
@@ -44,7 +45,9 @@ public:
     const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context() const {
         return context_;
     }
-    const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model() const { return model_; }
+    const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model() const {
+        return model_;
+    }
     // The frame's controller, null when the document has none.
     com::sun::star::uno::Reference<com::sun::star::frame::XController> controller() const;
 

@@ -35,12 +35,14 @@ std::optional<sal_Int32> CalcInterior::Fill() const {
         return std::nullopt;
     }
     sal_Int32 fill = -1;
-    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)->getPropertyValue(ToOUString(kFill)) >>= fill;
+    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)
+        ->getPropertyValue(ToOUString(kFill)) >>= fill;
     return fill;
 }
 
 void CalcInterior::SetFill(sal_Int32 fill) {
-    const auto sheet = Reference<css::sheet::XSheetCellRange>(cells_, UNO_QUERY_THROW)->getSpreadsheet();
+    const auto sheet =
+        Reference<css::sheet::XSheetCellRange>(cells_, UNO_QUERY_THROW)->getSpreadsheet();
     // Calc would ignore the colour without a word.
     if (Reference<css::util::XProtectable>(sheet, UNO_QUERY_THROW)->isProtected()) {
         Fail(u"The sheet is protected");
@@ -49,7 +51,8 @@ void CalcInterior::SetFill(sal_Int32 fill) {
     silence.BeforeWrite();
     css::uno::Any value;
     value <<= fill;
-    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)->setPropertyValue(ToOUString(kFill), value);
+    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)
+        ->setPropertyValue(ToOUString(kFill), value);
 }
 
 korvane::Value CalcInterior::ColorIndex() {

@@ -25,7 +25,7 @@ using NamesRef = Reference<css::sheet::XNamedRanges>;
 NamesRef NamesOf(const Reference<css::uno::XInterface>& owner) {
     NamesRef names;
     Reference<css::beans::XPropertySet>(owner, UNO_QUERY_THROW)
-            ->getPropertyValue(ToOUString(u"NamedRanges")) >>= names;
+        ->getPropertyValue(ToOUString(u"NamedRanges")) >>= names;
     return names;
 }
 
@@ -54,15 +54,18 @@ CalcName::NamedRef FindCells(const NamesRef& names, const css::table::CellRangeA
 
 std::u16string CalcName::Name_() {
     return Ask(document_, [&] {
-        const std::u16string name = ToText(Reference<css::container::XNamed>(name_, UNO_QUERY_THROW)->getName());
+        const std::u16string name =
+            ToText(Reference<css::container::XNamed>(name_, UNO_QUERY_THROW)->getName());
         return sheet_ ? SheetPrefix(u"", *sheet_) + name : name;
     });
 }
 
 std::u16string CalcName::RefersTo() {
     return Ask(document_, [&] {
-        const auto tokens = Reference<css::sheet::XFormulaTokens>(name_, UNO_QUERY_THROW)->getTokens();
-        return u"=" + document_->formulas().Print(tokens, document_->ActiveCell(), ToText(name_->getContent()));
+        const auto tokens =
+            Reference<css::sheet::XFormulaTokens>(name_, UNO_QUERY_THROW)->getTokens();
+        return u"=" + document_->formulas().Print(tokens, document_->ActiveCell(),
+                                                  ToText(name_->getContent()));
     });
 }
 
@@ -76,23 +79,42 @@ host::NamePtr CalcNames::Item(std::u16string_view text) {
             if (!parts || !EqualIgnoringCase(parts->sheet, *sheet)) return nullptr;
             wanted = AfterLast(text, u'!');
         }
-        const NamesRef names =
-            sheet_.is() ? NamesOf(sheet_) : NamesOf(Reference<css::uno::XInterface>(document_->model()));
+        const NamesRef names = sheet_.is()
+                                   ? NamesOf(sheet_)
+                                   : NamesOf(Reference<css::uno::XInterface>(document_->model()));
         const rtl::OUString key = ToOUString(wanted);
         if (!names.is() || !names->hasByName(key)) return nullptr;
+        // Asked for in another case, the office would answer with that spelling.
+        rtl::OUString spelled = key;
+        for (const auto& own : names->getElementNames()) {
+            if (own.equalsIgnoreAsciiCase(key)) spelled = own;
+        }
         CalcName::NamedRef name;
-        names->getByName(key) >>= name;
+        names->getByName(spelled) >>= name;
         return std::make_shared<CalcName>(document_, name, sheet);
     });
 }
 
+CalcName::NamedRef FindNamedRange(const CalcDocument& document, int sheet,
+                                  std::u16string_view name) {
+    const rtl::OUString key = ToOUString(name);
+    CalcName::NamedRef found;
+    for (const NamesRef& names : {NamesOf(document.Sheet(sheet)), NamesOf(document.model())}) {
+        if (!found.is() && names.is() && names->hasByName(key)) names->getByName(key) >>= found;
+    }
+    return found;
+}
+
 host::NamePtr NameOfCells(const DocumentPtr& document, const CellRangeRef& cells) {
-    const auto wanted = Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
-    const SheetRef sheet = Reference<css::sheet::XSheetCellRange>(cells, UNO_QUERY_THROW)->getSpreadsheet();
+    const auto wanted =
+        Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
+    const SheetRef sheet =
+        Reference<css::sheet::XSheetCellRange>(cells, UNO_QUERY_THROW)->getSpreadsheet();
     if (const auto name = FindCells(NamesOf(sheet), wanted); name.is()) {
         return std::make_shared<CalcName>(document, name, SheetNameOf(sheet));
     }
-    const auto name = FindCells(NamesOf(Reference<css::uno::XInterface>(document->model())), wanted);
+    const auto name =
+        FindCells(NamesOf(Reference<css::uno::XInterface>(document->model())), wanted);
     if (!name.is()) return nullptr;
     return std::make_shared<CalcName>(document, name, std::nullopt);
 }

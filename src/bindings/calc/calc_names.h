@@ -41,6 +41,11 @@ private:
     SheetRef sheet_;
 };
 
+// The office's own object of a name as a formula on that sheet sees it: the
+// sheet's own before the document's; null when there is none.
+CalcName::NamedRef FindNamedRange(const CalcDocument& document, int sheet,
+                                  std::u16string_view name);
+
 // The name that refers to exactly these cells: the sheet's own before the
 // document's; null when there is none.
 host::NamePtr NameOfCells(const DocumentPtr& document, const CellRangeRef& cells);

@@ -1,16 +1,16 @@
 #include "bindings/calc/calc_range.h"
 
+#include <algorithm>
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/sheet/XSheetCellRange.hpp>
-#include <algorithm>
 
 #include "bindings/calc/calc_interior.h"
 #include "bindings/calc/calc_names.h"
@@ -34,7 +34,7 @@ constexpr std::int64_t kMostValues = 4'000'000;
 bool IsVisible(const CalcDocument& document, int sheet) {
     bool visible = true;
     Reference<css::beans::XPropertySet>(document.Sheet(sheet), UNO_QUERY_THROW)
-            ->getPropertyValue(ToOUString(u"IsVisible")) >>= visible;
+        ->getPropertyValue(ToOUString(u"IsVisible")) >>= visible;
     return visible;
 }
 
@@ -93,7 +93,8 @@ Area CalcRange::Occupied() const {
     Area area = AreaOf();
     const auto cursor = document_->Sheet(Where().Sheet)->createCursor();
     Reference<css::sheet::XUsedAreaCursor>(cursor, UNO_QUERY_THROW)->gotoEndOfUsedArea(false);
-    const auto end = Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
+    const auto end =
+        Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
     area.bottom = std::min(area.bottom, std::max(end.EndRow + 1, area.top));
     area.right = std::min(area.right, std::max(end.EndColumn + 1, area.left));
     return area;
@@ -147,7 +148,8 @@ host::RangePtr CalcRange::EntireRow() {
     return Ask(document_, [&]() -> host::RangePtr {
         const Area area = AreaOf();
         return std::make_shared<CalcRange>(
-            document_, document_->Cells(Where().Sheet, {area.top, 1, area.bottom, kSheetColumns}), Extent::kRows);
+            document_, document_->Cells(Where().Sheet, {area.top, 1, area.bottom, kSheetColumns}),
+            Extent::kRows);
     });
 }
 
@@ -155,7 +157,8 @@ host::RangePtr CalcRange::EntireColumn() {
     return Ask(document_, [&]() -> host::RangePtr {
         const Area area = AreaOf();
         return std::make_shared<CalcRange>(
-            document_, document_->Cells(Where().Sheet, {1, area.left, kSheetRows, area.right}), Extent::kColumns);
+            document_, document_->Cells(Where().Sheet, {1, area.left, kSheetRows, area.right}),
+            Extent::kColumns);
     });
 }
 
@@ -167,12 +170,13 @@ korvane::Value CalcRange::Hidden() {
         const auto isHidden = [](const Reference<css::container::XIndexAccess>& all, sal_Int32 at) {
             bool visible = true;
             Reference<css::beans::XPropertySet>(all->getByIndex(at), UNO_QUERY_THROW)
-                    ->getPropertyValue(ToOUString(u"IsVisible")) >>= visible;
+                ->getPropertyValue(ToOUString(u"IsVisible")) >>= visible;
             return !visible;
         };
         const bool rows = extent_ == Extent::kRows;
         const Reference<css::container::XIndexAccess> all(
-            rows ? Reference<css::uno::XInterface>(lines->getRows()) : Reference<css::uno::XInterface>(lines->getColumns()),
+            rows ? Reference<css::uno::XInterface>(lines->getRows())
+                 : Reference<css::uno::XInterface>(lines->getColumns()),
             UNO_QUERY_THROW);
         const bool first = isHidden(all, 0);
         const std::int32_t count = rows ? area.bottom - area.top + 1 : area.right - area.left + 1;
@@ -182,16 +186,19 @@ korvane::Value CalcRange::Hidden() {
         const auto sheet = document_->Sheet(Where().Sheet);
         const Reference<css::table::XColumnRowRange> whole(sheet, UNO_QUERY_THROW);
         const Reference<css::container::XIndexAccess> others(
-            rows ? Reference<css::uno::XInterface>(whole->getColumns()) : Reference<css::uno::XInterface>(whole->getRows()),
+            rows ? Reference<css::uno::XInterface>(whole->getColumns())
+                 : Reference<css::uno::XInterface>(whole->getRows()),
             UNO_QUERY_THROW);
         sal_Int32 line = 0;
         while (line + 1 < others->getCount() && isHidden(others, line)) ++line;
         const Area strip = rows ? Area{area.top, line + 1, area.bottom, line + 1}
                                 : Area{line + 1, area.left, line + 1, area.right};
         std::int64_t visible = 0;
-        const Reference<css::sheet::XCellRangesQuery> query(document_->Cells(Where().Sheet, strip), UNO_QUERY_THROW);
+        const Reference<css::sheet::XCellRangesQuery> query(document_->Cells(Where().Sheet, strip),
+                                                            UNO_QUERY_THROW);
         for (const auto& part : query->queryVisibleCells()->getRangeAddresses()) {
-            visible += rows ? part.EndRow - part.StartRow + 1 : part.EndColumn - part.StartColumn + 1;
+            visible +=
+                rows ? part.EndRow - part.StartRow + 1 : part.EndColumn - part.StartColumn + 1;
         }
         if (visible == 0) return korvane::Value(true);
         if (visible == count) return korvane::Value(false);

@@ -50,7 +50,8 @@ private:
     std::u16string ShownFormula(sal_Int32 column, sal_Int32 row) const;
     // What is read of a large block: the cells that can hold anything.
     Area Occupied() const;
-    korvane::Value BlockOf(korvane::Value (*read)(const CalcRange&, sal_Int32 column, sal_Int32 row));
+    korvane::Value BlockOf(korvane::Value (*read)(const CalcRange&, sal_Int32 column,
+                                                  sal_Int32 row));
     void RequireWritable() const;
     void Write(const std::u16string& formula, bool asArray);
     void GoTo(bool selectAll);

@@ -2,10 +2,11 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
-#include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/table/CellContentType.hpp>
 #include <com/sun/star/util/CellProtection.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
@@ -17,6 +18,7 @@
 #include "bindings/calc/formula_text.h"
 #include "bindings/calc/kept_cell.h"
 #include "bindings/calc/silence.h"
+#include "bindings/calc/table_references.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -29,13 +31,39 @@ namespace {
 
 // The block of the array formula that a cell belongs to; null when none.
 CellRangeRef ArrayBlock(const CalcDocument& document, int sheet, const CellRangeRef& cells) {
-    const Reference<css::sheet::XArrayFormulaRange> formula(cells->getCellByPosition(0, 0), UNO_QUERY_THROW);
+    const Reference<css::sheet::XArrayFormulaRange> formula(cells->getCellByPosition(0, 0),
+                                                            UNO_QUERY_THROW);
     if (formula->getArrayFormula().getLength() == 0) return {};
-    const Reference<css::sheet::XSheetCellRange> first(cells->getCellRangeByPosition(0, 0, 0, 0), UNO_QUERY_THROW);
+    const Reference<css::sheet::XSheetCellRange> first(cells->getCellRangeByPosition(0, 0, 0, 0),
+                                                       UNO_QUERY_THROW);
     const auto cursor = document.Sheet(sheet)->createCursorByRange(first);
     cursor->collapseToCurrentArray();
     return CellRangeRef(cursor, UNO_QUERY_THROW);
 }
+
+// In manual mode a formula that is written stays 0. For the time of a write the
+// document calculates by itself; what was up to date before stays as it is.
+class AutomaticCalculation {
+public:
+    explicit AutomaticCalculation(const CalcDocument& document)
+        : mode_(document.model(), UNO_QUERY_THROW),
+          wasManual_(!mode_->isAutomaticCalculationEnabled()) {
+        if (wasManual_) mode_->enableAutomaticCalculation(true);
+    }
+    ~AutomaticCalculation() {
+        try {
+            if (wasManual_) mode_->enableAutomaticCalculation(false);
+        } catch (const css::uno::Exception&) {
+            // The document is gone.
+        }
+    }
+    AutomaticCalculation(const AutomaticCalculation&) = delete;
+    AutomaticCalculation& operator=(const AutomaticCalculation&) = delete;
+
+private:
+    Reference<css::sheet::XCalculatable> mode_;
+    bool wasManual_;
+};
 
 }  // namespace
 
@@ -55,13 +83,16 @@ std::u16string CalcRange::ShownFormula(sal_Int32 column, sal_Int32 row) const {
     }
     const auto where = Where();
     CellAddress at(where.Sheet, where.StartColumn + column, where.StartRow + row);
-    const CellRangeRef block = ArrayBlock(*document_, where.Sheet, cells_->getCellRangeByPosition(column, row, column, row));
+    const CellRangeRef block = ArrayBlock(*document_, where.Sheet,
+                                          cells_->getCellRangeByPosition(column, row, column, row));
     Tokens tokens;
     if (block.is()) {
-        const auto top = Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
+        const auto top =
+            Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
         at = CellAddress(top.Sheet, top.StartColumn, top.StartRow);
         cell = block->getCellByPosition(0, 0);
-        tokens = Reference<css::sheet::XArrayFormulaTokens>(block, UNO_QUERY_THROW)->getArrayTokens();
+        tokens =
+            Reference<css::sheet::XArrayFormulaTokens>(block, UNO_QUERY_THROW)->getArrayTokens();
     } else {
         tokens = Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->getTokens();
     }
@@ -94,9 +125,11 @@ host::RangePtr CalcRange::CurrentArray() {
     return Ask(document_, [&]() -> host::RangePtr {
         CellRangeRef block = ArrayBlock(*document_, Where().Sheet, cells_);
         if (!block.is()) Fail(u"The cell is not part of an array formula");
-        const auto where = Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
-        return Make(document_, where.Sheet,
-                    {where.StartRow + 1, where.StartColumn + 1, where.EndRow + 1, where.EndColumn + 1});
+        const auto where =
+            Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
+        return Make(
+            document_, where.Sheet,
+            {where.StartRow + 1, where.StartColumn + 1, where.EndRow + 1, where.EndColumn + 1});
     });
 }
 
@@ -112,16 +145,18 @@ void CalcRange::SetFormulaArray(const std::u16string& formula) {
 // formula's member, breaks the array. Both are refused here, as a user is.
 void CalcRange::RequireWritable() const {
     if (!AreaOf().IsCell()) Fail(u"Formulas are written into single cells");
-    const Reference<css::util::XProtectable> sheet(document_->Sheet(Where().Sheet), UNO_QUERY_THROW);
+    const Reference<css::util::XProtectable> sheet(document_->Sheet(Where().Sheet),
+                                                   UNO_QUERY_THROW);
     if (sheet->isProtected()) {
         css::util::CellProtection protection;
         Reference<css::beans::XPropertySet>(FirstCell(), UNO_QUERY_THROW)
-                ->getPropertyValue(ToOUString(u"CellProtection")) >>= protection;
+            ->getPropertyValue(ToOUString(u"CellProtection")) >>= protection;
         if (protection.IsLocked) Fail(u"The cell is protected");
     }
     const CellRangeRef block = ArrayBlock(*document_, Where().Sheet, cells_);
     if (!block.is()) return;
-    const auto where = Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
+    const auto where =
+        Reference<css::sheet::XCellRangeAddressable>(block, UNO_QUERY_THROW)->getRangeAddress();
     if (where.StartRow != where.EndRow || where.StartColumn != where.EndColumn) {
         Fail(u"A part of an array cannot be changed");
     }
@@ -134,13 +169,15 @@ void CalcRange::Write(const std::u16string& formula, bool asArray) {
     KeptCell& kept = document_->kept();
     const OpCodes& codes = document_->formulas().codes();
     Silence silence(document_->model());
+    const AutomaticCalculation automatic(*document_);
     if (kept.Holds(at, formula)) {
         kept.PutBack(cell, silence, codes);
         return;
     }
     Tokens tokens;
     if (formula.starts_with(u'=')) {
-        switch (document_->formulas().Read(formula, at, tokens)) {
+        switch (
+            document_->formulas().Read(WithoutTableReferences(*document_, formula), at, tokens)) {
             case FormulaText::Reading::kMalformed: Fail(u"The text is no formula");
             case FormulaText::Reading::kOutside: Fail(u"The formula reaches outside the document");
             case FormulaText::Reading::kReady: break;

@@ -27,13 +27,15 @@ std::u16string CalcWorkbook::Path() {
 }
 
 host::NamesPtr CalcWorkbook::Names() {
-    return Ask(document_, [&]() -> host::NamesPtr { return std::make_shared<CalcNames>(document_); });
+    return Ask(document_,
+               [&]() -> host::NamesPtr { return std::make_shared<CalcNames>(document_); });
 }
 
 void CalcWorkbook::Activate() {
     Ask(document_, [&] {
         const auto controller = document_->controller();
-        const auto frame = controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>();
+        const auto frame =
+            controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>();
         if (!frame.is()) return;
         // The frame's own activate() does not raise the window.
         const Reference<css::awt::XTopWindow> window(frame->getContainerWindow(), UNO_QUERY);
@@ -48,22 +50,26 @@ std::u16string CalcWorksheet::Name() {
 }
 
 host::WorkbookPtr CalcWorksheet::Parent() {
-    return Ask(document_, [&]() -> host::WorkbookPtr { return std::make_shared<CalcWorkbook>(document_); });
+    return Ask(document_,
+               [&]() -> host::WorkbookPtr { return std::make_shared<CalcWorkbook>(document_); });
 }
 
 host::NamesPtr CalcWorksheet::Names() {
-    return Ask(document_, [&]() -> host::NamesPtr { return std::make_shared<CalcNames>(document_, sheet_); });
+    return Ask(document_,
+               [&]() -> host::NamesPtr { return std::make_shared<CalcNames>(document_, sheet_); });
 }
 
 bool CalcWorksheet::ProtectContents() {
     return Ask(document_, [&] {
-        return static_cast<bool>(Reference<css::util::XProtectable>(sheet_, UNO_QUERY_THROW)->isProtected());
+        return static_cast<bool>(
+            Reference<css::util::XProtectable>(sheet_, UNO_QUERY_THROW)->isProtected());
     });
 }
 
 void CalcWorksheet::Activate() {
     Ask(document_, [&] {
-        const auto where = Reference<css::sheet::XCellRangeAddressable>(sheet_, UNO_QUERY_THROW)->getRangeAddress();
+        const auto where = Reference<css::sheet::XCellRangeAddressable>(sheet_, UNO_QUERY_THROW)
+                               ->getRangeAddress();
         const Reference<css::sheet::XSpreadsheetView> view(document_->controller(), UNO_QUERY);
         if (view.is()) view->setActiveSheet(sheet_);
         document_->SetActiveCell(CellAddress(where.Sheet, 0, 0));

@@ -18,7 +18,8 @@ namespace {
 
 sal_Int32 Property(const Reference<css::table::XCell>& cell, const char16_t* name) {
     sal_Int32 value = 0;
-    Reference<css::beans::XPropertySet>(cell, UNO_QUERY_THROW)->getPropertyValue(ToOUString(name)) >>= value;
+    Reference<css::beans::XPropertySet>(cell, UNO_QUERY_THROW)
+        ->getPropertyValue(ToOUString(name)) >>= value;
     return value;
 }
 
@@ -41,9 +42,11 @@ Value FormulaResult(const CalcDocument& document, const Reference<css::table::XC
     }
     if (number == 0 || number == 1) {
         const auto kind = document.KindOfFormat(Property(cell, u"NumberFormat"));
-        if (kind == CalcDocument::NumberKind::kBoolean || IsDisplayedAsWord(cell)) return Value(number != 0);
+        if (kind == CalcDocument::NumberKind::kBoolean || IsDisplayedAsWord(cell))
+            return Value(number != 0);
     }
-    if (withFormat && document.KindOfFormat(Property(cell, u"NumberFormat")) == CalcDocument::NumberKind::kDate) {
+    if (withFormat &&
+        document.KindOfFormat(Property(cell, u"NumberFormat")) == CalcDocument::NumberKind::kDate) {
         return Value(Value::Date{number + document.DateOffset()});
     }
     return Value(number);
@@ -62,7 +65,8 @@ Value ValueOf(const CalcDocument& document, const Reference<css::table::XCell>& 
         case css::table::CellContentType_VALUE: {
             const double number = cell->getValue();
             switch (document.KindOfFormat(Property(cell, u"NumberFormat"))) {
-                case CalcDocument::NumberKind::kDate: return Value(Value::Date{number + document.DateOffset()});
+                case CalcDocument::NumberKind::kDate:
+                    return Value(Value::Date{number + document.DateOffset()});
                 case CalcDocument::NumberKind::kBoolean:
                     if (number == 0 || number == 1) return Value(number != 0);
                     break;

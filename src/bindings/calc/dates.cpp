@@ -7,8 +7,8 @@
 #include <com/sun/star/i18n/LocaleData.hpp>
 #include <com/sun/star/i18n/NumberFormatIndex.hpp>
 #include <com/sun/star/lang/Locale.hpp>
-#include <com/sun/star/util/NumberFormatter.hpp>
 #include <com/sun/star/util/NumberFormatsSupplier.hpp>
+#include <com/sun/star/util/NumberFormatter.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 
 #include "bindings/calc/uno_text.h"
@@ -41,7 +41,8 @@ rtl::OUString Setting(const Context& context, const char16_t* node, const char16
 // The user's language for numbers and dates; empty means the system's, which the
 // office knows.
 css::lang::Locale UserLocale(const Context& context) {
-    const std::u16string tag = ToText(Setting(context, u"/org.openoffice.Setup/L10N", u"ooSetupSystemLocale"));
+    const std::u16string tag =
+        ToText(Setting(context, u"/org.openoffice.Setup/L10N", u"ooSetupSystemLocale"));
     const auto dash = tag.find(u'-');
     css::lang::Locale locale;
     locale.Language = ToOUString(tag.substr(0, dash));
@@ -54,11 +55,13 @@ css::lang::Locale UserLocale(const Context& context) {
 std::u16string DateText(const Context& context, double serial) {
     const css::lang::Locale locale = UserLocale(context);
     const auto supplier = css::util::NumberFormatsSupplier::createWithLocale(context, locale);
-    const Reference<css::util::XNumberFormatTypes> types(supplier->getNumberFormats(), UNO_QUERY_THROW);
+    const Reference<css::util::XNumberFormatTypes> types(supplier->getNumberFormats(),
+                                                         UNO_QUERY_THROW);
     const auto formatter = css::util::NumberFormatter::create(context);
     formatter->attachNumberFormatsSupplier(supplier);
     const auto text = [&](sal_Int16 index, double number) {
-        return ToText(formatter->convertNumberToString(types->getFormatIndex(index, locale), number));
+        return ToText(
+            formatter->convertNumberToString(types->getFormatIndex(index, locale), number));
     };
     const double day = std::floor(serial);
     std::u16string out = text(css::i18n::NumberFormatIndex::DATE_SYSTEM_SHORT, day);
@@ -67,7 +70,9 @@ std::u16string DateText(const Context& context, double serial) {
 }
 
 std::u16string DecimalSeparator(const Context& context) {
-    return ToText(css::i18n::LocaleData::create(context)->getLocaleItem(UserLocale(context)).decimalSeparator);
+    return ToText(css::i18n::LocaleData::create(context)
+                      ->getLocaleItem(UserLocale(context))
+                      .decimalSeparator);
 }
 
 std::u16string OfficeVersion(const Context& context) {

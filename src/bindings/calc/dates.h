@@ -8,8 +8,9 @@ namespace korvane::calc {
 
 // The office's short date of the user's language, with the time behind it when
 // `serial` (days since 30 December 1899) has a fraction.
-std::u16string DateText(const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
-                        double serial);
+std::u16string DateText(
+    const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
+    double serial);
 
 // The mark between whole number and fraction in the user's language.
 std::u16string DecimalSeparator(

@@ -55,7 +55,8 @@ void ThrowTranslated() {
 void Fail(const char16_t* description) { throw Error(kErrorApplication, description); }
 
 void FailWithoutWindow(const char16_t* member) {
-    throw Error(kErrorApplication, std::u16string(member) + u" is not available without Calc's window");
+    throw Error(kErrorApplication,
+                std::u16string(member) + u" is not available without Calc's window");
 }
 
 }  // namespace korvane::calc

@@ -8,6 +8,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "bindings/calc/cell_values.h"
+#include "bindings/calc/name_expansion.h"
+#include "bindings/calc/table_references.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -64,14 +66,18 @@ Evaluator::Result Evaluator::Evaluate(const std::u16string& expression) {
     // Calc has no expression for some of the errors.
     const std::u16string_view name =
         TrimBlanks(std::u16string_view(expression).substr(expression.starts_with(u'=') ? 1 : 0));
-    for (const ErrorCode code : {ErrorCode::kNull, ErrorCode::kDiv0, ErrorCode::kValue, ErrorCode::kRef,
-                                 ErrorCode::kName, ErrorCode::kNum, ErrorCode::kNA}) {
+    for (const ErrorCode code :
+         {ErrorCode::kNull, ErrorCode::kDiv0, ErrorCode::kValue, ErrorCode::kRef, ErrorCode::kName,
+          ErrorCode::kNum, ErrorCode::kNA}) {
         if (EqualIgnoringCase(name, ErrorName(code))) return {std::nullopt, Value(code)};
     }
     const CellAddress active = document_.ActiveCell();
     Scratch scratch(document_, active.Sheet);
+    const ExpandedNames expanded =
+        ExpandNames(document_, WithoutTableReferences(document_, expression));
+    if (expanded.outside) return {std::nullopt, Value(ErrorCode::kRef)};
     Tokens tokens;
-    switch (document_.formulas().Read(expression, scratch.at(), tokens)) {
+    switch (document_.formulas().Read(expanded.text, scratch.at(), tokens)) {
         case FormulaText::Reading::kMalformed: return {std::nullopt, Value(ErrorCode::kValue)};
         case FormulaText::Reading::kOutside: return {std::nullopt, Value(ErrorCode::kRef)};
         case FormulaText::Reading::kReady: break;
@@ -106,13 +112,15 @@ std::optional<Place> Evaluator::AskForReference(const Tokens& tokens, Scratch& s
     place.sheet = static_cast<int>(answer[0]) - 1;
     place.area.top = static_cast<std::int32_t>(answer[1]);
     place.area.left = static_cast<std::int32_t>(answer[2]);
-    place.area.bottom = std::min(place.area.top + static_cast<std::int32_t>(answer[3]) - 1, kSheetRows);
-    place.area.right = std::min(place.area.left + static_cast<std::int32_t>(answer[4]) - 1, kSheetColumns);
+    place.area.bottom =
+        std::min(place.area.top + static_cast<std::int32_t>(answer[3]) - 1, kSheetRows);
+    place.area.right =
+        std::min(place.area.left + static_cast<std::int32_t>(answer[4]) - 1, kSheetColumns);
     return place;
 }
 
-std::vector<double> Evaluator::AskForNumbers(const std::vector<Tokens>& expressions, const Tokens& choose,
-                                             Scratch& scratch) const {
+std::vector<double> Evaluator::AskForNumbers(const std::vector<Tokens>& expressions,
+                                             const Tokens& choose, Scratch& scratch) const {
     std::vector<double> numbers;
     if (scratch.isProtected()) {
         for (const auto& expression : expressions) {
@@ -122,8 +130,10 @@ std::vector<double> Evaluator::AskForNumbers(const std::vector<Tokens>& expressi
         }
         return numbers;
     }
-    const Scratch::Content content(scratch, Insert(choose, expressions), 1, static_cast<int>(expressions.size()));
-    const auto rows = Reference<css::sheet::XCellRangeData>(content.cells(), UNO_QUERY_THROW)->getDataArray();
+    const Scratch::Content content(scratch, Insert(choose, expressions), 1,
+                                   static_cast<int>(expressions.size()));
+    const auto rows =
+        Reference<css::sheet::XCellRangeData>(content.cells(), UNO_QUERY_THROW)->getDataArray();
     for (const auto& cell : rows[0]) {
         double number = 0;
         cell >>= number;
@@ -162,8 +172,8 @@ double Evaluator::AskForNumber(const Tokens& expression, Scratch& scratch) const
 // let go of a number format that a result brings along: so every result asked
 // for here is a plain number or a text.
 Value Evaluator::AskForElement(const Tokens& tokens, int row, int column, Scratch& scratch) const {
-    const std::u16string element = u"INDEX(TRANSPOSE(korvane_hole)," + NumberText(column) + u"," +
-                                   NumberText(row) + u")";
+    const std::u16string element =
+        u"INDEX(TRANSPOSE(korvane_hole)," + NumberText(column) + u"," + NumberText(row) + u")";
     const auto framed = [&](std::u16string_view before, std::u16string_view behind) {
         return Insert(Frame(std::u16string(before) + element + std::u16string(behind)), {tokens});
     };

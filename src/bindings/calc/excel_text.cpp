@@ -63,7 +63,8 @@ Piece NextPiece(std::u16string_view text) {
                                         text.begin());
     };
     const auto piece = [&](Piece::Kind kind, std::size_t length) {
-        return length == 0 ? Piece{Piece::kSign, text.substr(0, 1)} : Piece{kind, text.substr(0, length)};
+        return length == 0 ? Piece{Piece::kSign, text.substr(0, 1)}
+                           : Piece{kind, text.substr(0, length)};
     };
     const char16_t ch = text.front();
     if (IsBlank(ch)) return piece(Piece::kBlank, run(IsBlank));
@@ -82,9 +83,12 @@ std::u16string BookOfAddress(std::u16string_view address) {
     std::string decoded;
     for (std::size_t k = 0; k < bytes.size(); ++k) {
         const auto digit = [&](std::size_t at) {
-            const auto found = at < bytes.size() ? std::string_view("0123456789ABCDEFabcdef").find(bytes[at])
-                                                 : std::string_view::npos;
-            return found == std::string_view::npos ? -1 : static_cast<int>(found > 15 ? found - 6 : found);
+            const auto found = at < bytes.size()
+                                   ? std::string_view("0123456789ABCDEFabcdef").find(bytes[at])
+                                   : std::string_view::npos;
+            return found == std::string_view::npos
+                       ? -1
+                       : static_cast<int>(found > 15 ? found - 6 : found);
         };
         if (bytes[k] == '%' && digit(k + 1) >= 0 && digit(k + 2) >= 0) {
             decoded += static_cast<char>(digit(k + 1) * 16 + digit(k + 2));
@@ -117,7 +121,8 @@ std::u16string_view WithoutNewFunctionPrefix(std::u16string_view word) {
     for (bool again = true; again;) {
         again = false;
         for (const std::u16string_view prefix : {u"_xlfn.", u"_xlws.", u"_xlpm.", u"_xludf."}) {
-            if (word.size() > prefix.size() && EqualIgnoringCase(word.substr(0, prefix.size()), prefix)) {
+            if (word.size() > prefix.size() &&
+                EqualIgnoringCase(word.substr(0, prefix.size()), prefix)) {
                 word.remove_prefix(prefix.size());
                 again = true;
             }
@@ -156,13 +161,27 @@ std::vector<std::u16string> ErrorsIn(std::u16string_view text) {
     return errors;
 }
 
+std::vector<std::u16string> TableReferencesIn(std::u16string_view native) {
+    const auto pieces = CutFormula(native);
+    std::vector<std::u16string> references;
+    for (std::size_t k = 1; k < pieces.size(); ++k) {
+        if (pieces[k].kind != Piece::kBracket || pieces[k - 1].kind != Piece::kWord) continue;
+        references.push_back(std::u16string(pieces[k - 1].text) +
+                             ReplaceAll(std::u16string(pieces[k].text), u"];[", u"],["));
+    }
+    return references;
+}
+
 std::u16string ShownText(std::u16string_view printed) {
     const auto pieces = CutFormula(printed);
-    const auto is = [&](std::size_t at, char16_t sign) { return at < pieces.size() && pieces[at].Is(sign); };
+    const auto is = [&](std::size_t at, char16_t sign) {
+        return at < pieces.size() && pieces[at].Is(sign);
+    };
     std::u16string out;
     for (std::size_t k = 0; k < pieces.size(); ++k) {
         const Piece& piece = pieces[k];
-        if (piece.kind == Piece::kBracket && piece.text.starts_with(u"['file:") && is(k + 2, u'!')) {
+        if (piece.kind == Piece::kBracket && piece.text.starts_with(u"['file:") &&
+            is(k + 2, u'!')) {
             out += SheetPrefix(BookOfAddress(piece.text.substr(1, piece.text.size() - 2)),
                                Unquoted(pieces[k + 1].text));
             k += 2;
@@ -173,7 +192,9 @@ std::u16string ShownText(std::u16string_view printed) {
             k += 2;
         } else if (is(k + 1, u'(')) {
             // A function that Calc does not know has lost its case.
-            const auto name = WithoutNewFunctionPrefix(piece.text);
+            auto name = WithoutNewFunctionPrefix(piece.text);
+            // Calc's names for the functions that Excel calls CEILING and FLOOR.
+            if (name == u"CEILING.XCL" || name == u"FLOOR.XCL") name.remove_suffix(4);
             out += Fold(name) == name ? Upper(name) : std::u16string(name);
         } else {
             out += WithoutNewFunctionPrefix(piece.text);
@@ -184,10 +205,13 @@ std::u16string ShownText(std::u16string_view printed) {
 
 ParserText TextForParser(std::u16string_view shown, std::u16string_view ownBook) {
     const auto pieces = CutFormula(shown);
-    const auto is = [&](std::size_t at, char16_t sign) { return at < pieces.size() && pieces[at].Is(sign); };
+    const auto is = [&](std::size_t at, char16_t sign) {
+        return at < pieces.size() && pieces[at].Is(sign);
+    };
     ParserText out;
     std::size_t prefixStart = 0;  // where a "Sheet!" that has just been written begins
     bool inArray = false;
+    const bool ofExcel = ContainsIgnoringCase(AfterLast(ownBook, u'.'), u"xls");
     for (std::size_t k = 0; k < pieces.size(); ++k) {
         const Piece& piece = pieces[k];
         const bool joined = k > 0 && pieces[k - 1].kind == Piece::kWord;
@@ -211,7 +235,9 @@ ParserText TextForParser(std::u16string_view shown, std::u16string_view ownBook)
                 out.otherBook = true;
             }
             // With a folder in front of the book's name.
-            if ((!parts || parts->book.empty()) && piece.text.find(u'[') != std::u16string_view::npos) out.otherBook = true;
+            if ((!parts || parts->book.empty()) &&
+                piece.text.find(u'[') != std::u16string_view::npos)
+                out.otherBook = true;
             // Calc's parser takes quotes only where it would write them itself.
             out.text += piece.text;
         } else if (piece.kind == Piece::kError) {
@@ -222,7 +248,13 @@ ParserText TextForParser(std::u16string_view shown, std::u16string_view ownBook)
             out.text += piece.text;
             out.text += u"()";
         } else if (piece.kind == Piece::kWord) {
-            out.text += WithoutNewFunctionPrefix(piece.text);
+            const auto name = WithoutNewFunctionPrefix(piece.text);
+            out.text += name;
+            // In a workbook of Excel's they are Excel's functions.
+            if (ofExcel && is(k + 1, u'(') &&
+                (EqualIgnoringCase(name, u"CEILING") || EqualIgnoringCase(name, u"FLOOR"))) {
+                out.text += u".XCL";
+            }
         } else {
             out.text += piece.text;
         }

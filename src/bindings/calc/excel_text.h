@@ -32,6 +32,10 @@ std::vector<Piece> CutFormula(std::u16string_view text);
 // The error names in a formula text, in their order.
 std::vector<std::u16string> ErrorsIn(std::u16string_view text);
 
+// The references to tables (Table1[Column]) in the office's own text of a
+// formula, in their order, as Excel writes them.
+std::vector<std::u16string> TableReferencesIn(std::u16string_view native);
+
 // Excel's text of what Calc printed: bare TRUE and FALSE, no prefixes of newer
 // functions, [Book.xlsx]Sheet!A1 for cells of other files.
 std::u16string ShownText(std::u16string_view printed);

@@ -17,7 +17,8 @@ std::vector<std::u16string> FormulaCells(const DocumentPtr& document) {
         std::vector<std::u16string> addresses;
         const std::u16string book = document->FileName();
         for (int sheet = 0; sheet < document->SheetCount(); ++sheet) {
-            const Reference<css::sheet::XCellRangesQuery> query(document->Sheet(sheet), UNO_QUERY_THROW);
+            const Reference<css::sheet::XCellRangesQuery> query(document->Sheet(sheet),
+                                                                UNO_QUERY_THROW);
             std::vector<std::pair<std::int32_t, std::int32_t>> cells;  // row, column
             const auto found = query->queryContentCells(css::sheet::CellFlags::FORMULA);
             for (const auto& part : found->getRangeAddresses()) {

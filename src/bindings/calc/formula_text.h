@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace korvane::calc {
 
@@ -30,8 +31,9 @@ struct OpCodes {
     sal_Int32 intersection = 0;
     sal_Int32 join = 0;
     sal_Int32 range = 0;
+    sal_Int32 databaseArea = 0;
     std::set<sal_Int32> functions;
-    std::set<sal_Int32> fetching;              // functions that reach outside the document
+    std::set<sal_Int32> fetching;                // functions that reach outside the document
     std::map<std::u16string, sal_Int32> byName;  // functions and operators
 };
 
@@ -45,7 +47,7 @@ public:
     // Excel's text (without "=") of tokens at a cell. `native` is the office's
     // own text of the same formula: error names are missing from the tokens and
     // are taken from there.
-    std::u16string Print(Tokens tokens, const com::sun::star::table::CellAddress& at,
+    std::u16string Print(const Tokens& tokens, const com::sun::star::table::CellAddress& at,
                          std::u16string_view native) const;
 
     enum class Reading {
@@ -63,9 +65,13 @@ public:
     const OpCodes& codes() const { return codes_; }
 
 private:
-    void ReadOpCodes(const com::sun::star::uno::Sequence<
-                     com::sun::star::sheet::FormulaOpCodeMapEntry>& entries);
+    void ReadOpCodes(
+        const com::sun::star::uno::Sequence<com::sun::star::sheet::FormulaOpCodeMapEntry>& entries);
     Tokens Mended(const Tokens& tokens) const;
+    // The tokens with a text in place of what the office cannot print: the k-th
+    // of `placed` stands for a text of k placeholder characters.
+    Tokens Printable(const Tokens& tokens, std::u16string_view native,
+                     std::vector<std::u16string>& placed) const;
 
     com::sun::star::uno::Reference<com::sun::star::sheet::XFormulaParser> parser_;
     std::u16string ownBook_;

@@ -56,14 +56,16 @@ void KeptCell::Remember(const CellAddress& at, const Reference<css::table::XCell
     const Reference<css::sheet::XArrayFormulaRange> array(cell, css::uno::UNO_QUERY);
     content.isArray = array.is() && array->getArrayFormula().getLength() > 0;
     if (content.isArray) {
-        content.tokens = Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)->getArrayTokens();
+        content.tokens =
+            Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)->getArrayTokens();
     } else if (content.isFormula) {
         content.tokens = Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->getTokens();
     }
     Reference<css::beans::XPropertySet>(cell, UNO_QUERY_THROW)->getPropertyValue(NumberFormat()) >>=
         content.numberFormat;
-    content.hasOwnFormat = Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)
-                               ->getPropertyState(NumberFormat()) == css::beans::PropertyState_DIRECT_VALUE;
+    content.hasOwnFormat =
+        Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)
+            ->getPropertyState(NumberFormat()) == css::beans::PropertyState_DIRECT_VALUE;
     content_ = std::move(content);
     changed_ = false;
 }
@@ -72,9 +74,12 @@ bool KeptCell::Holds(const CellAddress& at, const std::u16string& shown) const {
     return HoldsCell(at) && content_->shown == shown;
 }
 
-bool KeptCell::HoldsCell(const CellAddress& at) const { return content_ && IsSame(content_->at, at); }
+bool KeptCell::HoldsCell(const CellAddress& at) const {
+    return content_ && IsSame(content_->at, at);
+}
 
-void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silence, const OpCodes& codes) {
+void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silence,
+                       const OpCodes& codes) {
     if (!content_) return;
     const Content& content = *content_;
     const auto asText = [&] {
@@ -91,7 +96,8 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
     } else {
         silence.BeforeWrite();
         if (content.isArray) {
-            Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)->setArrayTokens(content.tokens);
+            Reference<css::sheet::XArrayFormulaTokens>(cell, UNO_QUERY_THROW)
+                ->setArrayTokens(content.tokens);
         } else {
             Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->setTokens(content.tokens);
         }
@@ -107,10 +113,12 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
             value <<= content.numberFormat;
             properties->setPropertyValue(NumberFormat(), value);
         } else {
-            Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)->setPropertyToDefault(NumberFormat());
+            Reference<css::beans::XPropertyState>(cell, UNO_QUERY_THROW)
+                ->setPropertyToDefault(NumberFormat());
         }
     }
     if (cell->getFormula() != content.formula) Fail(u"The cell's formula could not be put back");
+    cell->getValue();  // calculates it
     changed_ = false;
 }
 

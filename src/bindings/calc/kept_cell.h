@@ -19,7 +19,8 @@ class Silence;
 class KeptCell {
 public:
     // The cell's formula text was read as `shown`.
-    void Remember(const CellAddress& at, const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell,
+    void Remember(const CellAddress& at,
+                  const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell,
                   const std::u16string& shown);
     // Whether `shown` is what was read from the cell.
     bool Holds(const CellAddress& at, const std::u16string& shown) const;
@@ -29,8 +30,8 @@ public:
 
     // Puts the remembered content back: tokens, array or not, number format.
     // Throws when the cell does not take it.
-    void PutBack(const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell, Silence& silence,
-                 const OpCodes& codes);
+    void PutBack(const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell,
+                 Silence& silence, const OpCodes& codes);
 
 private:
     struct Content {

@@ -31,7 +31,8 @@ const rtl::OUString& NumberFormat() {
 // The number format that all the cells have; -1 when they differ.
 sal_Int32 FormatOf(const CellRangeRef& cells) {
     sal_Int32 format = -1;
-    Reference<css::beans::XPropertySet>(cells, UNO_QUERY_THROW)->getPropertyValue(NumberFormat()) >>= format;
+    Reference<css::beans::XPropertySet>(cells, UNO_QUERY_THROW)
+        ->getPropertyValue(NumberFormat()) >>= format;
     return format;
 }
 
@@ -40,10 +41,11 @@ sal_Int32 FormatOf(const CellRangeRef& cells) {
 // The last row, two columns behind everything: no formula of the document refers
 // there, and columns near the front are cheaper for the office than the last.
 Scratch::Scratch(const CalcDocument& document, int sheet)
-    : document_(document), silence_(document.model()), sheet_(document.Sheet(sheet)) {
+    : silence_(document.model()), sheet_(document.Sheet(sheet)) {
     const auto cursor = sheet_->createCursor();
     Reference<css::sheet::XUsedAreaCursor>(cursor, UNO_QUERY_THROW)->gotoEndOfUsedArea(false);
-    const auto used = Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
+    const auto used =
+        Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
     const sal_Int32 column = std::min(used.EndColumn + 2, kSheetColumns - kMostColumns);
     at_ = CellAddress(static_cast<sal_Int16>(sheet), column, kSheetRows - 1);
     isProtected_ = Reference<css::util::XProtectable>(sheet_, UNO_QUERY_THROW)->isProtected();
@@ -52,7 +54,8 @@ Scratch::Scratch(const CalcDocument& document, int sheet)
 Scratch::Content::Content(Scratch& scratch, const Tokens& tokens, int rows, int columns)
     : scratch_(scratch),
       cells_(scratch.sheet_->getCellRangeByPosition(scratch.at_.Column, scratch.at_.Row - rows + 1,
-                                                    scratch.at_.Column + columns - 1, scratch.at_.Row)),
+                                                    scratch.at_.Column + columns - 1,
+                                                    scratch.at_.Row)),
       formatBefore_(FormatOf(cells_)) {
     if (scratch_.isProtected_) {
         scratch_.silence_.BeforeWriteToTakeBack();
@@ -85,12 +88,14 @@ void Scratch::Content::Clear() {
     // A result that is a Boolean or a date has given the cell a format.
     if (FormatOf(cells_) == formatBefore_) return;
     scratch_.silence_.BeforeWrite();
-    Reference<css::beans::XPropertyState>(cells_, UNO_QUERY_THROW)->setPropertyToDefault(NumberFormat());
+    Reference<css::beans::XPropertyState>(cells_, UNO_QUERY_THROW)
+        ->setPropertyToDefault(NumberFormat());
     if (formatBefore_ < 0 || FormatOf(cells_) == formatBefore_) return;
     scratch_.silence_.BeforeWrite();
     css::uno::Any format;
     format <<= formatBefore_;
-    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)->setPropertyValue(NumberFormat(), format);
+    Reference<css::beans::XPropertySet>(cells_, UNO_QUERY_THROW)
+        ->setPropertyValue(NumberFormat(), format);
 }
 
 }  // namespace korvane::calc

@@ -31,7 +31,8 @@ public:
         Content& operator=(const Content&) = delete;
 
         const CellRangeRef& cells() const { return cells_; }
-        com::sun::star::uno::Reference<com::sun::star::table::XCell> Cell(int row = 0, int column = 0) const;
+        com::sun::star::uno::Reference<com::sun::star::table::XCell> Cell(int row = 0,
+                                                                          int column = 0) const;
 
     private:
         void Clear();
@@ -42,7 +43,6 @@ public:
     };
 
 private:
-    const CalcDocument& document_;
     Silence silence_;
     SheetRef sheet_;
     CellAddress at_;

@@ -16,36 +16,42 @@ namespace css = com::sun::star;
 namespace {
 
 // Functions whose result can be a reference.
-constexpr const char16_t* kReferring[] = {u"INDEX", u"OFFSET", u"INDIRECT", u"CHOOSE", u"IF",
-                                          u"IFERROR", u"IFNA", u"IFS", u"SWITCH", u"CURRENT",
-                                          u"MULTIPLE.OPERATIONS"};
+constexpr const char16_t* kReferring[] = {
+    u"INDEX",  u"OFFSET",  u"INDIRECT",           u"CHOOSE", u"IF", u"IFERROR", u"IFNA", u"IFS",
+    u"SWITCH", u"CURRENT", u"MULTIPLE.OPERATIONS"};
 // Functions that make one value of whatever they are given.
 constexpr const char16_t* kReducing[] = {
-    u"SUM",     u"SUMPRODUCT", u"COUNT",  u"COUNTA",   u"MIN",    u"MAX",    u"AVERAGE", u"AND",
-    u"OR",      u"XOR",        u"ROWS",   u"COLUMNS",  u"AREAS",  u"NPV",    u"IRR",     u"MEDIAN",
-    u"PRODUCT", u"STDEV",      u"STDEVP", u"VAR",      u"VARP",   u"SUMSQ",  u"MINA",    u"MAXA",
-    u"AVERAGEA", u"SUMXMY2",   u"CORREL", u"MDETERM",  u"GCD",    u"LCM",    u"SUBTOTAL", u"COUNTBLANK",
-    u"TEXTJOIN", u"CONCAT",    u"SLOPE",  u"INTERCEPT", u"RSQ",   u"SUMX2MY2", u"SUMX2PY2"};
+    u"SUM",       u"SUMPRODUCT", u"COUNT",    u"COUNTA",     u"MIN",      u"MAX",    u"AVERAGE",
+    u"AND",       u"OR",         u"XOR",      u"ROWS",       u"COLUMNS",  u"AREAS",  u"NPV",
+    u"IRR",       u"MEDIAN",     u"PRODUCT",  u"STDEV",      u"STDEVP",   u"VAR",    u"VARP",
+    u"SUMSQ",     u"MINA",       u"MAXA",     u"AVERAGEA",   u"SUMXMY2",  u"CORREL", u"MDETERM",
+    u"GCD",       u"LCM",        u"SUBTOTAL", u"COUNTBLANK", u"TEXTJOIN", u"CONCAT", u"SLOPE",
+    u"INTERCEPT", u"RSQ",        u"SUMX2MY2", u"SUMX2PY2"};
 // Functions that make arrays, or references to blocks, out of single values.
-constexpr const char16_t* kSpreading[] = {u"INDEX", u"OFFSET", u"INDIRECT", u"MUNIT", u"CHOOSE",
-                                          u"MULTIPLE.OPERATIONS", u"CURRENT"};
+constexpr const char16_t* kSpreading[] = {
+    u"INDEX", u"OFFSET", u"INDIRECT", u"MUNIT", u"CHOOSE", u"MULTIPLE.OPERATIONS", u"CURRENT"};
 constexpr const char16_t* kAboutOwnCell[] = {u"ROW", u"COLUMN", u"SHEET"};
 
 bool Corner(const css::sheet::SingleReference& reference, const CellAddress& at, int& sheet,
             std::int32_t& row, std::int32_t& column) {
     namespace Flags = css::sheet::ReferenceFlags;
     const sal_Int32 flags = reference.Flags;
-    if ((flags & (Flags::COLUMN_DELETED | Flags::ROW_DELETED | Flags::SHEET_DELETED)) != 0) return false;
-    sheet = (flags & Flags::SHEET_RELATIVE) != 0 ? at.Sheet + reference.RelativeSheet : reference.Sheet;
+    if ((flags & (Flags::COLUMN_DELETED | Flags::ROW_DELETED | Flags::SHEET_DELETED)) != 0)
+        return false;
+    sheet =
+        (flags & Flags::SHEET_RELATIVE) != 0 ? at.Sheet + reference.RelativeSheet : reference.Sheet;
     row = (flags & Flags::ROW_RELATIVE) != 0 ? at.Row + reference.RelativeRow : reference.Row;
-    column = (flags & Flags::COLUMN_RELATIVE) != 0 ? at.Column + reference.RelativeColumn : reference.Column;
+    column = (flags & Flags::COLUMN_RELATIVE) != 0 ? at.Column + reference.RelativeColumn
+                                                   : reference.Column;
     return row >= 0 && row < kSheetRows && column >= 0 && column < kSheetColumns && sheet >= 0;
 }
 
 css::sheet::SingleReference Absolute(css::sheet::SingleReference reference, const CellAddress& at) {
     namespace Flags = css::sheet::ReferenceFlags;
-    if ((reference.Flags & Flags::SHEET_RELATIVE) != 0) reference.Sheet = at.Sheet + reference.RelativeSheet;
-    if ((reference.Flags & Flags::ROW_RELATIVE) != 0) reference.Row = at.Row + reference.RelativeRow;
+    if ((reference.Flags & Flags::SHEET_RELATIVE) != 0)
+        reference.Sheet = at.Sheet + reference.RelativeSheet;
+    if ((reference.Flags & Flags::ROW_RELATIVE) != 0)
+        reference.Row = at.Row + reference.RelativeRow;
     if ((reference.Flags & Flags::COLUMN_RELATIVE) != 0) {
         reference.Column = at.Column + reference.RelativeColumn;
     }
@@ -56,7 +62,8 @@ css::sheet::SingleReference Absolute(css::sheet::SingleReference reference, cons
 
 }  // namespace
 
-bool TokenShape::IsFunction(const Token& token, const char16_t* const* names, std::size_t count) const {
+bool TokenShape::IsFunction(const Token& token, const char16_t* const* names,
+                            std::size_t count) const {
     for (std::size_t k = 0; k < count; ++k) {
         const auto known = codes_.byName.find(names[k]);
         if (known != codes_.byName.end() && known->second == token.OpCode) return true;
@@ -131,18 +138,21 @@ bool TokenShape::IsNeverArray(const Tokens& tokens) const {
         css::sheet::SingleReference single;
         const auto type = token.Data.getValueTypeClass();
         const bool isConstant = !token.Data.hasValue() || type == css::uno::TypeClass_DOUBLE ||
-                                type == css::uno::TypeClass_STRING || type == css::uno::TypeClass_LONG;
-        if (token.OpCode == codes_.name || token.OpCode == codes_.range || token.OpCode == codes_.join ||
-            IsFunction(token, kSpreading, std::size(kSpreading))) {
+                                type == css::uno::TypeClass_STRING ||
+                                type == css::uno::TypeClass_LONG;
+        if (token.OpCode == codes_.name || token.OpCode == codes_.range ||
+            token.OpCode == codes_.join || IsFunction(token, kSpreading, std::size(kSpreading))) {
             return false;
         }
         if (token.OpCode == codes_.push && !isConstant && !(token.Data >>= single)) return false;
-        if (token.OpCode != codes_.push && !isConstant) return false;  // a database range and its like
+        if (token.OpCode != codes_.push && !isConstant)
+            return false;  // a database range and its like
     }
     return true;
 }
 
-Tokens TokenShape::Settled(const Tokens& read, const CellAddress& at, const CellAddress& cell) const {
+Tokens TokenShape::Settled(const Tokens& read, const CellAddress& at,
+                           const CellAddress& cell) const {
     Tokens tokens(read);
     for (auto& token : tokens) {
         css::sheet::SingleReference single;

@@ -13,9 +13,7 @@ class Grammar {
 public:
     explicit Grammar(std::u16string_view text) : pieces_(CutFormula(text)) {}
 
-    bool Accepts() {
-        return Expressions(false) && at_ == pieces_.size();
-    }
+    bool Accepts() { return Expressions(false) && at_ == pieces_.size(); }
 
 private:
     bool More() const { return at_ < pieces_.size(); }

@@ -1,8 +1,9 @@
 // Formula texts between Excel's spelling and that of Calc's parser.
+#include "bindings/calc/excel_text.h"
+
 #include <gtest/gtest.h>
 
 #include "base/text.h"
-#include "bindings/calc/excel_text.h"
 
 namespace korvane::calc {
 namespace {
@@ -34,6 +35,17 @@ TEST(ExcelText, ReadsWhatExcelWrites) {
     EXPECT_EQ(Read(u"Table1[Col]"), "Table1[Col]");
 }
 
+TEST(ExcelText, KeepsExcelsOwnRounding) {
+    EXPECT_EQ(Show(u"CEILING.XCL(A1,2)+FLOOR.XCL(A1,2)"), "CEILING(A1,2)+FLOOR(A1,2)");
+    EXPECT_EQ(Read(u"CEILING(A1,2)"), "CEILING.XCL(A1,2)");
+    EXPECT_EQ(ToUtf8(TextForParser(u"CEILING(A1,2)", u"Own.ods").text), "CEILING(A1,2)");
+}
+
+TEST(ExcelText, FindsReferencesToTables) {
+    EXPECT_EQ(TableReferencesIn(u"=SUM(T1[[#This Row];[A b]:[C]];T_2[])+T3[D]"),
+              (std::vector<std::u16string>{u"T1[[#This Row],[A b]:[C]]", u"T_2[]", u"T3[D]"}));
+}
+
 TEST(ExcelText, TellsOtherBooks) {
     EXPECT_TRUE(TextForParser(u"[b.xlsx]S!A1", u"Own.xls").otherBook);
     EXPECT_TRUE(TextForParser(u"SUM('[b.xlsx]My S'!A1)", u"Own.xls").otherBook);
@@ -44,7 +56,8 @@ TEST(ExcelText, TellsOtherBooks) {
 }
 
 TEST(ExcelText, FindsErrorNamesOutsideQuotations) {
-    EXPECT_EQ(ErrorsIn(u"#N/A+\"#REF!\"+#div/0!"), (std::vector<std::u16string>{u"#N/A", u"#DIV/0!"}));
+    EXPECT_EQ(ErrorsIn(u"#N/A+\"#REF!\"+#div/0!"),
+              (std::vector<std::u16string>{u"#N/A", u"#DIV/0!"}));
 }
 
 }  // namespace

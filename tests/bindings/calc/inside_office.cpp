@@ -1,5 +1,7 @@
 // Runs this component's tests inside the office process that loaded it, on its
 // main thread: the binding can be tested nowhere else.
+#include "inside_office.h"
+
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -10,8 +12,6 @@
 #include <cppuhelper/implbase1.hxx>
 #include <string>
 #include <vector>
-
-#include "inside_office.h"
 
 namespace css = com::sun::star;
 
@@ -67,8 +67,8 @@ public:
     explicit Job(const css::uno::Reference<css::uno::XComponentContext>& context) {
         korvane::calc::testing::officeContext = context;
     }
-    css::uno::Any SAL_CALL execute(
-        const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
+    css::uno::Any SAL_CALL
+    execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
         css::awt::AsyncCallback::create(korvane::calc::testing::officeContext)
             ->addCallback(new RunTests, css::uno::Any());
         return {};

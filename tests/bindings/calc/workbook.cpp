@@ -1,8 +1,10 @@
 #include "workbook.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/table/CellContentType.hpp>
@@ -10,7 +12,6 @@
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -50,32 +51,38 @@ std::string CellText(const TestSheet::Cell& cell) {
     if (!cell.style.empty()) attributes += " table:style-name=\"" + cell.style + "\"";
     std::string content = cell.content;
     if (content.starts_with("{=")) {
-        attributes += " table:number-matrix-columns-spanned=\"" + std::to_string(cell.arrayColumns) +
-                      "\" table:number-matrix-rows-spanned=\"" + std::to_string(cell.arrayRows) + "\"";
+        attributes += " table:number-matrix-columns-spanned=\"" +
+                      std::to_string(cell.arrayColumns) + "\" table:number-matrix-rows-spanned=\"" +
+                      std::to_string(cell.arrayRows) + "\"";
         content = content.substr(1, content.size() - 2);
     }
     if (content.starts_with("=")) {
-        return "<table:table-cell" + attributes + " table:formula=\"of:" + Escaped(content) + "\"/>";
+        return "<table:table-cell" + attributes + " table:formula=\"of:" + Escaped(content) +
+               "\"/>";
     }
     if (content.empty()) return "<table:table-cell" + attributes + "/>";
     if (content == "TRUE" || content == "FALSE") {
-        return "<table:table-cell" + attributes + " office:value-type=\"boolean\" office:boolean-value=\"" +
+        return "<table:table-cell" + attributes +
+               " office:value-type=\"boolean\" office:boolean-value=\"" +
                (content == "TRUE" ? "true" : "false") + "\"/>";
     }
     if (IsNumeric(ToUtf16(content))) {
-        return "<table:table-cell" + attributes + " office:value-type=\"float\" office:value=\"" + content + "\"/>";
+        return "<table:table-cell" + attributes + " office:value-type=\"float\" office:value=\"" +
+               content + "\"/>";
     }
-    return "<table:table-cell" + attributes + " office:value-type=\"string\"><text:p>" + Escaped(content) +
-           "</text:p></table:table-cell>";
+    return "<table:table-cell" + attributes + " office:value-type=\"string\"><text:p>" +
+           Escaped(content) + "</text:p></table:table-cell>";
 }
 
 std::string SheetText(const TestSheet& sheet, const std::vector<TestName>& names) {
-    std::string out = "<table:table table:name=\"" + Escaped(sheet.name) + "\" table:style-name=\"" +
-                      (sheet.hidden ? "hidden" : "shown") + "\"" +
+    std::string out = "<table:table table:name=\"" + Escaped(sheet.name) +
+                      "\" table:style-name=\"" + (sheet.hidden ? "hidden" : "shown") + "\"" +
                       (sheet.isProtected ? " table:protected=\"true\"" : "") + ">";
     for (int column = 1; column <= 8; ++column) {
-        const bool hidden = std::count(sheet.hiddenColumns.begin(), sheet.hiddenColumns.end(), column) > 0;
-        out += std::string("<table:table-column") + (hidden ? " table:visibility=\"collapse\"" : "") + "/>";
+        const bool hidden =
+            std::count(sheet.hiddenColumns.begin(), sheet.hiddenColumns.end(), column) > 0;
+        out += std::string("<table:table-column") +
+               (hidden ? " table:visibility=\"collapse\"" : "") + "/>";
     }
     std::map<int, std::map<int, const TestSheet::Cell*>> rows;
     for (const auto& cell : sheet.cells) rows[cell.row][cell.column] = &cell;
@@ -87,7 +94,8 @@ std::string SheetText(const TestSheet& sheet, const std::vector<TestName>& names
                    "\"><table:table-cell/></table:table-row>";
         }
         const bool hidden = std::count(sheet.hiddenRows.begin(), sheet.hiddenRows.end(), at) > 0;
-        out += std::string("<table:table-row") + (hidden ? " table:visibility=\"collapse\"" : "") + ">";
+        out += std::string("<table:table-row") + (hidden ? " table:visibility=\"collapse\"" : "") +
+               ">";
         int column = 1;
         for (const auto& [place, cell] : cells) {
             for (; column < place; ++column) out += "<table:table-cell/>";
@@ -100,8 +108,9 @@ std::string SheetText(const TestSheet& sheet, const std::vector<TestName>& names
     out += "<table:named-expressions>";
     for (const auto& name : names) {
         if (name.sheet != sheet.name) continue;
-        out += "<table:named-expression table:name=\"" + name.name + "\" table:base-cell-address=\"$'" +
-               Escaped(sheet.name) + "'.$A$1\" table:expression=\"of:" + Escaped(name.expression) + "\"/>";
+        out += "<table:named-expression table:name=\"" + name.name +
+               "\" table:base-cell-address=\"$'" + Escaped(sheet.name) +
+               "'.$A$1\" table:expression=\"of:" + Escaped(name.expression) + "\"/>";
     }
     return out + "</table:named-expressions></table:table>";
 }
@@ -119,24 +128,34 @@ std::string FlatText(const std::vector<TestSheet>& sheets, const std::vector<Tes
         " xmlns:style=\"urn:oasis:names:tc:opendocument:xmlns:style:1.0\""
         " xmlns:number=\"urn:oasis:names:tc:opendocument:xmlns:datastyle:1.0\""
         " xmlns:fo=\"urn:oasis:names:tc:opendocument:xmlns:xsl-fo-compatible:1.0\""
-        " office:version=\"1.3\" office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">"
+        " office:version=\"1.3\" "
+        "office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">"
         "<office:automatic-styles>"
-        "<number:date-style style:name=\"iso\"><number:year number:style=\"long\"/><number:text>-</number:text>"
-        "<number:month number:style=\"long\"/><number:text>-</number:text><number:day number:style=\"long\"/>"
+        "<number:date-style style:name=\"iso\"><number:year "
+        "number:style=\"long\"/><number:text>-</number:text>"
+        "<number:month number:style=\"long\"/><number:text>-</number:text><number:day "
+        "number:style=\"long\"/>"
         "</number:date-style>"
-        "<style:style style:name=\"shown\" style:family=\"table\"><style:table-properties table:display=\"true\"/></style:style>"
-        "<style:style style:name=\"hidden\" style:family=\"table\"><style:table-properties table:display=\"false\"/></style:style>"
-        "<style:style style:name=\"date\" style:family=\"table-cell\" style:data-style-name=\"iso\"/>"
-        "<style:style style:name=\"yellow\" style:family=\"table-cell\"><style:table-cell-properties fo:background-color=\"#ffff00\"/></style:style>"
-        "<style:style style:name=\"open\" style:family=\"table-cell\"><style:table-cell-properties style:cell-protect=\"none\"/></style:style>"
+        "<style:style style:name=\"shown\" style:family=\"table\"><style:table-properties "
+        "table:display=\"true\"/></style:style>"
+        "<style:style style:name=\"hidden\" style:family=\"table\"><style:table-properties "
+        "table:display=\"false\"/></style:style>"
+        "<style:style style:name=\"date\" style:family=\"table-cell\" "
+        "style:data-style-name=\"iso\"/>"
+        "<style:style style:name=\"yellow\" "
+        "style:family=\"table-cell\"><style:table-cell-properties "
+        "fo:background-color=\"#ffff00\"/></style:style>"
+        "<style:style style:name=\"open\" style:family=\"table-cell\"><style:table-cell-properties "
+        "style:cell-protect=\"none\"/></style:style>"
         "</office:automatic-styles><office:body><office:spreadsheet" +
         spreadsheetAttributes + ">";
     for (const auto& sheet : sheets) out += SheetText(sheet, names);
     out += "<table:named-expressions>";
     for (const auto& name : names) {
         if (!name.sheet.empty()) continue;
-        out += "<table:named-expression table:name=\"" + name.name + "\" table:base-cell-address=\"$'" +
-               Escaped(sheets.front().name) + "'.$A$1\" table:expression=\"of:" + Escaped(name.expression) + "\"/>";
+        out += "<table:named-expression table:name=\"" + name.name +
+               "\" table:base-cell-address=\"$'" + Escaped(sheets.front().name) +
+               "'.$A$1\" table:expression=\"of:" + Escaped(name.expression) + "\"/>";
     }
     return out + "</table:named-expressions></office:spreadsheet></office:body></office:document>";
 }
@@ -154,6 +173,11 @@ OpenBook::OpenBook(const std::string& path)
 
 OpenBook::~OpenBook() { Close(); }
 
+void OpenBook::SetAutomaticCalculation(bool automatic) {
+    Reference<css::sheet::XCalculatable>(model_, UNO_QUERY_THROW)
+        ->enableAutomaticCalculation(automatic);
+}
+
 void OpenBook::Close() {
     if (!model_.is()) return;
     Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true);
@@ -163,17 +187,24 @@ void OpenBook::Close() {
 std::string OpenBook::Snapshot() const {
     std::ostringstream out;
     const auto& document = *application_->document();
-    out << "modified " << static_cast<int>(Reference<css::util::XModifiable>(model_, UNO_QUERY_THROW)->isModified());
-    const auto undo = Reference<css::document::XUndoManagerSupplier>(model_, UNO_QUERY_THROW)->getUndoManager();
-    out << " undo " << undo->getAllUndoActionTitles().getLength() << " locked " << static_cast<int>(undo->isLocked())
-        << " controllers " << static_cast<int>(model_->hasControllersLocked()) << '\n';
+    out << "modified "
+        << static_cast<int>(
+               Reference<css::util::XModifiable>(model_, UNO_QUERY_THROW)->isModified());
+    const auto undo =
+        Reference<css::document::XUndoManagerSupplier>(model_, UNO_QUERY_THROW)->getUndoManager();
+    out << " undo " << undo->getAllUndoActionTitles().getLength() << " locked "
+        << static_cast<int>(undo->isLocked()) << " controllers "
+        << static_cast<int>(model_->hasControllersLocked()) << '\n';
     for (int sheet = 0; sheet < document.SheetCount(); ++sheet) {
         const auto cursor = document.Sheet(sheet)->createCursor();
         Reference<css::sheet::XUsedAreaCursor>(cursor, UNO_QUERY_THROW)->gotoEndOfUsedArea(false);
-        const auto end = Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
-        out << ToUtf8(document.SheetName(sheet)) << " to " << end.EndRow << ' ' << end.EndColumn << '\n';
+        const auto end = Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)
+                             ->getRangeAddress();
+        out << ToUtf8(document.SheetName(sheet)) << " to " << end.EndRow << ' ' << end.EndColumn
+            << '\n';
         for (sal_Int32 row = 0; row <= std::min(end.EndRow, sal_Int32{2000}); ++row) {
-            for (sal_Int32 column = 0; column <= std::min(end.EndColumn, sal_Int32{200}); ++column) {
+            for (sal_Int32 column = 0; column <= std::min(end.EndColumn, sal_Int32{200});
+                 ++column) {
                 const auto cell = document.Sheet(sheet)->getCellByPosition(column, row);
                 if (cell->getType() == css::table::CellContentType_EMPTY) continue;
                 const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
@@ -183,8 +214,9 @@ std::string OpenBook::Snapshot() const {
                 properties->getPropertyValue(ToOUString(u"CellBackColor")) >>= fill;
                 out << row << ' ' << column << ' ' << ToUtf8(ToText(cell->getFormula())) << " | "
                     << cell->getValue() << ' ' << cell->getError() << ' '
-                    << ToUtf8(ToText(Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->getString())) << ' '
-                    << format << ' ' << fill << '\n';
+                    << ToUtf8(ToText(
+                           Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->getString()))
+                    << ' ' << format << ' ' << fill << '\n';
             }
         }
     }
@@ -223,7 +255,9 @@ std::string Shown(const Value& value) {
     std::string out = "{";
     for (std::size_t row = 1; row <= array->rows; ++row) {
         for (std::size_t column = 1; column <= array->columns; ++column) {
-            out += Shown(array->At(row, column)) + (column < array->columns ? "," : row < array->rows ? ";" : "");
+            out += Shown(array->At(row, column)) + (column < array->columns ? ","
+                                                    : row < array->rows     ? ";"
+                                                                            : "");
         }
     }
     return out + "}";

@@ -55,6 +55,7 @@ public:
     // Makes a cell the active one, as the explored cell is.
     void GoTo(const std::u16string& text) { Cell(text)->Select(); }
     Value Evaluate(const std::u16string& text) { return application_->Evaluate(text); }
+    void SetAutomaticCalculation(bool automatic);
     void Close();
 
     // Everything that exploring must leave as it is: every cell's formula, value,

