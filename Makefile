@@ -22,9 +22,9 @@ help:
 $(BUILD)/build.ninja: | setup-run
 	@cmake --preset release >/dev/null
 
-setup-%:
-	@tools/setup.sh $*
 .PHONY: setup-run setup-test setup-dev
+setup-run setup-test setup-dev:
+	@tools/setup.sh $(@:setup-%=%)
 
 build: setup-run $(BUILD)/build.ninja
 	@cmake --build $(BUILD) --target korvane_all -- --quiet

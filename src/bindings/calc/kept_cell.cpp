@@ -2,6 +2,7 @@
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/sheet/NameToken.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
@@ -23,10 +24,16 @@ bool IsSame(const CellAddress& a, const CellAddress& b) {
     return a.Sheet == b.Sheet && a.Row == b.Row && a.Column == b.Column;
 }
 
-// Error names are lost in tokens: such a formula goes back as the office's text.
-bool HasErrorNames(const Tokens& tokens, const OpCodes& codes) {
+// Error names are lost in tokens, and references to tables do not calculate when
+// they come back: such a formula goes back as the office's own text.
+bool GoesBackAsText(const Tokens& tokens, const OpCodes& codes) {
+    css::sheet::NameToken name;
     for (const auto& token : tokens) {
         if (token.OpCode == codes.push && !token.Data.hasValue()) return true;
+        if ((token.Data >>= name) && token.OpCode != codes.name &&
+            token.OpCode != codes.databaseArea) {
+            return true;
+        }
     }
     return false;
 }
@@ -52,6 +59,7 @@ void KeptCell::Remember(const CellAddress& at, const Reference<css::table::XCell
     content.at = at;
     content.shown = shown;
     content.formula = cell->getFormula();
+    content.error = cell->getError();
     content.isFormula = cell->getType() == css::table::CellContentType_FORMULA;
     const Reference<css::sheet::XArrayFormulaRange> array(cell, css::uno::UNO_QUERY);
     content.isArray = array.is() && array->getArrayFormula().getLength() > 0;
@@ -91,7 +99,7 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
             cell->setFormula(content.formula);
         }
     };
-    if (!content.isFormula || HasErrorNames(content.tokens, codes)) {
+    if (!content.isFormula || GoesBackAsText(content.tokens, codes)) {
         asText();
     } else {
         silence.BeforeWrite();
@@ -101,7 +109,8 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
         } else {
             Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->setTokens(content.tokens);
         }
-        if (cell->getFormula() != content.formula) asText();
+        cell->getValue();  // calculates it
+        if (cell->getFormula() != content.formula || cell->getError() != content.error) asText();
     }
     const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
     sal_Int32 format = 0;

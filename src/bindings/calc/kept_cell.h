@@ -38,6 +38,7 @@ private:
         CellAddress at;
         std::u16string shown;
         rtl::OUString formula;  // the office's own text of it
+        sal_Int32 error = 0;
         Tokens tokens;
         bool isFormula = false;
         bool isArray = false;

@@ -194,7 +194,7 @@ TEST(Evaluate, TablesAreKnownByTheirColumns) {
                                            {2, 3, "2"},
                                            {3, 1, "b"},
                                            {3, 2, "2.5"},
-                                           {3, 3, "4"}}}});
+                                           {3, 3, "4"}, {3, 4, "=SUM(Orders[[#This Row];[Net price]:[Count]])+1"}}}});
     const std::string table =
         "<table:database-ranges><table:database-range table:name=\"Orders\" "
         "table:target-range-address=\"Data.A1:Data.C3\""
@@ -213,6 +213,16 @@ TEST(Evaluate, TablesAreKnownByTheirColumns) {
                  {u"=Orders[]", "Data!$A$2:$C$3"},
                  {u"=Orders[Missing]", "#REF!"},
                  {u"=Nothing[Count]", "#REF!"}});
+    book.GoTo(u"Data!D3");
+    const auto cell = book.Cell(u"Data!D3");
+    EXPECT_EQ(Shown(cell->Value()), "7.5");
+    const std::string before = book.Snapshot();
+    const std::u16string kept = *cell->Formula().Text();
+    EXPECT_EQ(ToUtf8(kept), "=SUM(Orders[[#This Row],[Net price]:[Count]])+1");
+    cell->SetFormula(u"=Orders[[#This Row],[Count]]*2");
+    EXPECT_EQ(Shown(cell->Value()), "8");
+    cell->SetFormula(kept);
+    EXPECT_EQ(Difference(before, book.Snapshot()), "");
 }
 
 TEST(Evaluate, LeavesNoTrace) {
