@@ -112,6 +112,9 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
         cell->getValue();  // calculates it
         if (cell->getFormula() != content.formula || cell->getError() != content.error) asText();
     }
+    // Calculating comes first: a formula in a cell of the general format gives the
+    // cell its own, such as that of Booleans.
+    cell->getValue();
     const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
     sal_Int32 format = 0;
     properties->getPropertyValue(NumberFormat()) >>= format;
@@ -127,7 +130,6 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
         }
     }
     if (cell->getFormula() != content.formula) Fail(u"The cell's formula could not be put back");
-    cell->getValue();  // calculates it
     changed_ = false;
 }
 

@@ -6,6 +6,9 @@
 #include "host/name.h"
 #include "host/workbook.h"
 #include "host/worksheet.h"
+#include <com/sun/star/table/XCell.hpp>
+
+#include "bindings/calc/uno_text.h"
 #include "workbook.h"
 
 namespace korvane::calc::testing {
@@ -194,7 +197,7 @@ TEST(Evaluate, TablesAreKnownByTheirColumns) {
                                            {2, 3, "2"},
                                            {3, 1, "b"},
                                            {3, 2, "2.5"},
-                                           {3, 3, "4"}, {3, 4, "=SUM(Orders[[#This Row];[Net price]:[Count]])+1"}}}});
+                                           {3, 3, "4"}}}});
     const std::string table =
         "<table:database-ranges><table:database-range table:name=\"Orders\" "
         "table:target-range-address=\"Data.A1:Data.C3\""
@@ -214,6 +217,10 @@ TEST(Evaluate, TablesAreKnownByTheirColumns) {
                  {u"=Orders[Missing]", "#REF!"},
                  {u"=Nothing[Count]", "#REF!"}});
     book.GoTo(u"Data!D3");
+    // Files of this kind cannot hold such a formula, so it is written here.
+    const auto& document = *book.application().document();
+    document.Sheet(0)->getCellByPosition(3, 2)->setFormula(
+        ToOUString(u"=SUM(Orders[[#This Row];[Net price]:[Count]])+1"));
     const auto cell = book.Cell(u"Data!D3");
     EXPECT_EQ(Shown(cell->Value()), "7.5");
     const std::string before = book.Snapshot();

@@ -1,0 +1,75 @@
+// Real workbooks: every formula of them is explored, and nothing in them changes.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "apps/report/exploration.h"
+#include "base/text.h"
+#include "bindings/calc/formula_cells.h"
+#include "workbook.h"
+
+namespace korvane::calc::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Beyond this the sample would take minutes.
+constexpr std::uintmax_t kLargestSample = 60'000;
+constexpr std::size_t kSampleStep = 6;
+
+// KORVANE_SWEEP=all takes every file, large ones too; otherwise a sample.
+std::vector<fs::path> Workbooks() {
+    const char* const folder = std::getenv("KORVANE_CORPUS");
+    const fs::path workbooks = fs::path(folder ? folder : KORVANE_CORPUS) / "workbooks";
+    std::vector<fs::path> files;
+    std::error_code missing;
+    for (const auto& entry : fs::directory_iterator(workbooks, missing)) {
+        const auto ending = entry.path().extension();
+        if (ending == ".xlsx" || ending == ".xlsm") files.push_back(entry.path());
+    }
+    std::sort(files.begin(), files.end());
+    const char* const sweep = std::getenv("KORVANE_SWEEP");
+    if (sweep && std::string(sweep) == "all") return files;
+    std::vector<fs::path> sample;
+    for (std::size_t k = 0; k < files.size(); k += kSampleStep) {
+        if (fs::file_size(files[k]) <= kLargestSample) sample.push_back(files[k]);
+    }
+    return sample;
+}
+
+TEST(Corpus, EveryFormulaIsExploredAndNothingChanges) {
+    const auto files = Workbooks();
+    if (files.empty()) GTEST_SKIP() << "no workbooks in the folder that KORVANE_CORPUS names";
+    std::size_t explorations = 0;
+    for (const auto& file : files) {
+        SCOPED_TRACE(file.filename().string());
+        OpenBook book(file.string());
+        const auto cells = FormulaCells(book.application().document());
+        // Calculates the cells whose values the file does not hold: doing so gives
+        // some of them a number format, whoever looks at them first.
+        book.Snapshot();
+        const std::string before = book.Snapshot();
+        for (const bool functions : {true, false}) {
+            for (const bool precise : {false, true}) {
+                for (const auto& cell : cells) {
+                    const auto range = book.Cell(cell);
+                    range->Select();
+                    const auto report =
+                        korvane::Explore(book.application(), range, functions, precise);
+                    ++explorations;
+                    EXPECT_TRUE(report.ok || !report.log.empty()) << ToUtf8(cell);
+                    EXPECT_FALSE(report.formula.empty()) << ToUtf8(cell);
+                }
+            }
+        }
+        EXPECT_EQ(Difference(before, book.Snapshot()), "");
+    }
+    std::printf("%zu workbooks, %zu explorations\n", files.size(), explorations);
+}
+
+}  // namespace
+}  // namespace korvane::calc::testing
