@@ -185,6 +185,7 @@ void CalcRange::Write(const std::u16string& formula, bool asArray) {
     }
     // Whatever happens to what is written now, the cell can be put back.
     if (!kept.HoldsCell(at)) kept.Remember(at, cell, ShownFormula(0, 0));
+    if (!kept.CanBePutBack(codes)) Fail(u"The cell's formula could not be put back");
     kept.MarkChanged();
     silence.BeforeWrite();
     if (!formula.starts_with(u'=')) {

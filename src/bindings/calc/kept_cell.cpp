@@ -86,9 +86,20 @@ bool KeptCell::HoldsCell(const CellAddress& at) const {
     return content_ && IsSame(content_->at, at);
 }
 
+bool KeptCell::CanBePutBack(const OpCodes& codes) const {
+    if (!content_ || content_->error != 0) return true;
+    for (const auto& token : content_->tokens) {
+        // A word that is no text constant is one that Calc did not understand.
+        const bool isWord = token.Data.getValueTypeClass() == css::uno::TypeClass_STRING;
+        if (isWord && token.OpCode != codes.push) return false;
+    }
+    return true;
+}
+
 void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silence,
                        const OpCodes& codes) {
-    if (!content_) return;
+    // Untouched, the cell is not even written: that could change what it shows.
+    if (!content_ || !changed_) return;
     const Content& content = *content_;
     const auto asText = [&] {
         silence.BeforeWrite();

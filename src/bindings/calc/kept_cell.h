@@ -25,6 +25,10 @@ public:
     // Whether `shown` is what was read from the cell.
     bool Holds(const CellAddress& at, const std::u16string& shown) const;
     bool HoldsCell(const CellAddress& at) const;
+    // Whether the office can calculate the remembered formula again. A file may
+    // hold the value of a formula that Calc does not understand: written once,
+    // such a value would be lost.
+    bool CanBePutBack(const OpCodes& codes) const;
     // Something else is about to be written into the remembered cell.
     void MarkChanged() { changed_ = true; }
 

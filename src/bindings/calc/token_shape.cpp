@@ -30,6 +30,10 @@ constexpr const char16_t* kReducing[] = {
 // Functions that make arrays, or references to blocks, out of single values.
 constexpr const char16_t* kSpreading[] = {
     u"INDEX", u"OFFSET", u"INDIRECT", u"MUNIT", u"CHOOSE", u"MULTIPLE.OPERATIONS", u"CURRENT"};
+// Functions that give one of their arguments.
+constexpr const char16_t* kChoosing[] = {u"IF", u"IFERROR", u"IFNA", u"CHOOSE"};
+// Functions that look a value up in the ranges behind their first argument.
+constexpr const char16_t* kLookingUp[] = {u"VLOOKUP", u"HLOOKUP", u"MATCH"};
 constexpr const char16_t* kAboutOwnCell[] = {u"ROW", u"COLUMN", u"SHEET"};
 
 bool Corner(const css::sheet::SingleReference& reference, const CellAddress& at, int& sheet,
@@ -94,8 +98,31 @@ std::optional<Place> TokenShape::PlainReference(const Tokens& tokens, const Cell
 }
 
 bool TokenShape::IsNeverReference(const Tokens& tokens) const {
+    return IsNeverReference(tokens, 0, tokens.getLength());
+}
+
+bool TokenShape::IsNeverReference(const Tokens& tokens, sal_Int32 first, sal_Int32 last) const {
+    // IF gives one of its arguments: a reference only if one of them can be.
+    int separators = 0;
+    if (last - first > 3 && IsFunction(tokens[first], kChoosing, std::size(kChoosing)) &&
+        MatchingClose(tokens, first + 1, separators) == last - 1) {
+        sal_Int32 start = first + 2;
+        bool isFirst = IsFunction(tokens[first], kChoosing, 1);  // its condition is not given
+        int depth = 0;
+        for (sal_Int32 k = first + 2; k < last; ++k) {
+            if (tokens[k].OpCode == codes_.open) ++depth;
+            const bool ends = k == last - 1 || (depth == 0 && tokens[k].OpCode == codes_.separator);
+            if (tokens[k].OpCode == codes_.close) --depth;
+            if (!ends) continue;
+            if (!isFirst && k > start && !IsNeverReference(tokens, start, k)) return false;
+            isFirst = false;
+            start = k + 1;
+        }
+        return true;
+    }
     int depth = 0;
-    for (const auto& token : tokens) {
+    for (sal_Int32 k = first; k < last; ++k) {
+        const Token& token = tokens[k];
         if (token.OpCode == codes_.open) {
             ++depth;
         } else if (token.OpCode == codes_.close) {
@@ -118,6 +145,19 @@ bool TokenShape::IsNeverReference(const Tokens& tokens) const {
     return false;
 }
 
+bool TokenShape::IsReadAsWhole(const Tokens& tokens, sal_Int32 at,
+                               const std::vector<sal_Int32>& opened) const {
+    if (opened.empty() || opened.back() == 0 || at + 1 >= tokens.getLength()) return false;
+    const Token& function = tokens[opened.back() - 1];
+    const sal_Int32 before = tokens[at - 1].OpCode;
+    const sal_Int32 behind = tokens[at + 1].OpCode;
+    return (before == codes_.open || before == codes_.separator) &&
+           (behind == codes_.close || behind == codes_.separator) &&
+           (IsFunction(function, kReducing, std::size(kReducing)) ||
+            (IsFunction(function, kLookingUp, std::size(kLookingUp)) &&
+             before == codes_.separator));
+}
+
 sal_Int32 TokenShape::MatchingClose(const Tokens& tokens, sal_Int32 open, int& separators) const {
     separators = 0;
     int depth = 0;
@@ -134,7 +174,11 @@ bool TokenShape::IsNeverArray(const Tokens& tokens) const {
         int separators = 0;
         if (MatchingClose(tokens, 1, separators) == tokens.getLength() - 1) return true;
     }
-    for (const auto& token : tokens) {
+    std::vector<sal_Int32> opened;  // the places of the brackets round a token
+    for (sal_Int32 k = 0; k < tokens.getLength(); ++k) {
+        const Token& token = tokens[k];
+        if (token.OpCode == codes_.open) opened.push_back(k);
+        if (token.OpCode == codes_.close && !opened.empty()) opened.pop_back();
         css::sheet::SingleReference single;
         const auto type = token.Data.getValueTypeClass();
         const bool isConstant = !token.Data.hasValue() || type == css::uno::TypeClass_DOUBLE ||
@@ -144,7 +188,10 @@ bool TokenShape::IsNeverArray(const Tokens& tokens) const {
             token.OpCode == codes_.join || IsFunction(token, kSpreading, std::size(kSpreading))) {
             return false;
         }
-        if (token.OpCode == codes_.push && !isConstant && !(token.Data >>= single)) return false;
+        if (token.OpCode == codes_.push && !isConstant && !(token.Data >>= single) &&
+            !IsReadAsWhole(tokens, k, opened)) {
+            return false;
+        }
         if (token.OpCode != codes_.push && !isConstant)
             return false;  // a database range and its like
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "bindings/calc/calc_document.h"
 #include "bindings/calc/formula_text.h"
@@ -30,6 +31,12 @@ public:
     Tokens Settled(const Tokens& tokens, const CellAddress& at, const CellAddress& cell) const;
 
 private:
+    // The same of the tokens from `first` up to `last`, which is not among them.
+    bool IsNeverReference(const Tokens& tokens, sal_Int32 first, sal_Int32 last) const;
+    // Whether the range at `at` is a whole argument of a function that reads
+    // ranges and gives one value for them.
+    bool IsReadAsWhole(const Tokens& tokens, sal_Int32 at,
+                       const std::vector<sal_Int32>& opened) const;
     bool IsFunction(const Token& token, const char16_t* const* names, std::size_t count) const;
     sal_Int32 MatchingClose(const Tokens& tokens, sal_Int32 open, int& separators) const;
 

@@ -1,14 +1,14 @@
 // Application.Evaluate over Calc.
 #include <gtest/gtest.h>
 
+#include <com/sun/star/table/XCell.hpp>
+
 #include "base/error.h"
 #include "base/text.h"
+#include "bindings/calc/uno_text.h"
 #include "host/name.h"
 #include "host/workbook.h"
 #include "host/worksheet.h"
-#include <com/sun/star/table/XCell.hpp>
-
-#include "bindings/calc/uno_text.h"
 #include "workbook.h"
 
 namespace korvane::calc::testing {
