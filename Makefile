@@ -5,13 +5,14 @@ BUILD := build
 PROGRAM := $(BUILD)/bin/korvane
 EXAMPLE := examples/loan.xlsx
 
-.PHONY: help build run test bench fuzz asan clang-build format tidy example clean
+.PHONY: help build run test bench sweep fuzz asan clang-build format tidy example clean
 
 help:
 	@echo "make run          explore a cell of the sample workbook through LibreOffice Calc"
 	@echo "make test         build everything and run the test suite"
 	@echo "make build        build the program only: $(PROGRAM)"
 	@echo "make bench        run the benchmarks"
+	@echo "make sweep        explore every formula of a folder of workbooks (CORPUS=folder)"
 	@echo "make fuzz         fuzz for ten minutes per fuzzer (FUZZ_SECONDS=n for another time)"
 	@echo "make asan         run the tests under AddressSanitizer and UndefinedBehaviorSanitizer"
 	@echo "make clang-build  build with the second compiler"
@@ -37,9 +38,19 @@ test: setup-test $(BUILD)/build.ninja
 	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
 	@ctest --test-dir $(BUILD) --output-on-failure --no-tests=error
 
-bench: setup-dev
+bench: setup-dev $(BUILD)/build.ninja
 	@cmake --preset bench >/dev/null && cmake --build build-bench -- --quiet
 	@tools/bench.sh build-bench
+	@cmake --build $(BUILD) -- --quiet
+	@tools/bench_calc.py $(BUILD) $(BENCH_WORKBOOK)
+
+# Every workbook of a folder, in every mode (CORPUS=folder with workbooks/ in it).
+CORPUS ?= ../shared/corpus
+sweep: setup-dev $(BUILD)/build.ninja
+	@cmake --build $(BUILD) -- --quiet
+	@KORVANE_SWEEP=all KORVANE_CORPUS=$(abspath $(CORPUS)) $(BUILD)/bin/run_inside_office \
+		$(BUILD)/lib/libcalc_inside_test.so '--gtest_filter=Corpus*'
+	@tools/sweep.py $(PROGRAM) $(CORPUS)/workbooks
 
 FUZZ_SECONDS ?= 600
 fuzz: setup-test

@@ -5,7 +5,7 @@ set -eu
 
 run='g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev libreoffice-calc libreoffice-dev'
 test="$run clang libclang-rt-dev procps"
-dev="$test libbenchmark-dev clang-format clang-tidy"
+dev="$test libbenchmark-dev clang-format clang-tidy python3"
 
 case ${1:-} in
     run) wanted=$run ;;
