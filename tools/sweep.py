@@ -67,11 +67,17 @@ def same_value(kind, cached, shown):
         return shown.upper() == ('TRUE' if cached == '1' else 'FALSE')
     if kind in ('str', 'e', 's'):
         return shown == cached
-    try:
-        a, b = float(cached), float(shown)
-        return a == b or abs(a - b) <= 1e-9 * max(abs(a), abs(b))
-    except ValueError:
-        return None  # shown in the cell's own format: not to be compared
+    # The root shows what the cell displays: rounded, with separators, as a percentage.
+    match = re.match(r'^[^\d.(-]*(\(?-?)[^\d.]*([\d,]*\.?\d*(?:E[+-]?\d+)?)\s*(%?)\)?[^\d]*$', shown)
+    if not match or not re.search(r'\d', match.group(2)):
+        return None  # a date, or a format with words: not to be compared
+    digits = match.group(2).replace(',', '')
+    number = float(digits) * (-1 if match.group(1) else 1)
+    own = float(cached) * (100 if match.group(3) else 1)
+    mantissa = digits.split('E')[0]
+    decimals = len(mantissa.split('.')[1]) if '.' in mantissa else 0
+    unit = 10.0 ** (-decimals + (int(digits.split('E')[1]) if 'E' in digits else 0))
+    return abs(own - number) <= 0.5000001 * unit or abs(own - number) <= 1e-9 * abs(own)
 
 
 def loose(text):
@@ -141,6 +147,9 @@ def main():
                     if same is not None:
                         count['values'] += 1
                         count['values equal'] += same
+                        if not same and args.details:
+                            shown = report['tree']['value']
+                            print(f'VALUE {path.name} {key}: {cached!r}  ->  {shown!r}')
         if hashlib.sha256(path.read_bytes()).hexdigest() != before:
             bad.append(f'{path.name}: the file has changed')
     for name, number in sorted(count.items()):

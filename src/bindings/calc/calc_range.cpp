@@ -108,11 +108,11 @@ korvane::Value CalcRange::Text() {
     return Ask(document_, [&]() -> korvane::Value {
         const Area area = AreaOf();
         const auto first = FirstCell();
-        if (area.IsCell()) {
-            if (const auto error = HostError(first->getError())) return korvane::Value(*error);
-            return korvane::Value(DisplayedText(first));
-        }
         const std::u16string text = DisplayedText(first);
+        // Calc displays some errors by number ("Err:502").
+        const auto error = HostError(first->getError());
+        const korvane::Value shown = error ? korvane::Value(*error) : korvane::Value(text);
+        if (area.IsCell()) return shown;
         const Area occupied = Occupied();
         if (occupied.Count() != area.Count() && !text.empty()) return korvane::Value(Value::Null{});
         for (std::int32_t row = 0; row <= occupied.bottom - area.top; ++row) {
@@ -122,7 +122,7 @@ korvane::Value CalcRange::Text() {
                 }
             }
         }
-        return korvane::Value(text);
+        return shown;
     });
 }
 

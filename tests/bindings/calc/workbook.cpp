@@ -178,6 +178,10 @@ void OpenBook::SetAutomaticCalculation(bool automatic) {
         ->enableAutomaticCalculation(automatic);
 }
 
+void OpenBook::CalculateAll() {
+    Reference<css::sheet::XCalculatable>(model_, UNO_QUERY_THROW)->calculateAll();
+}
+
 void OpenBook::Close() {
     if (!model_.is()) return;
     Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true);

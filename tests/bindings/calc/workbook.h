@@ -56,6 +56,8 @@ public:
     void GoTo(const std::u16string& text) { Cell(text)->Select(); }
     Value Evaluate(const std::u16string& text) { return application_->Evaluate(text); }
     void SetAutomaticCalculation(bool automatic);
+    // Calculates every cell, also those whose values the file holds.
+    void CalculateAll();
     void Close();
 
     // Everything that exploring must leave as it is: every cell's formula, value,
