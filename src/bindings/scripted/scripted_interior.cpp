@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "base/error.h"
 #include "base/palette.h"
 #include "bindings/scripted/objects.h"
@@ -11,9 +13,34 @@ constexpr double kWhite = 0xFFFFFF;
 bool Overlap(const Area& a, const Area& b) {
     return a.top <= b.bottom && b.top <= a.bottom && a.left <= b.right && b.left <= a.right;
 }
-bool Covers(const Area& outer, const Area& inner) {
-    return outer.top <= inner.top && outer.bottom >= inner.bottom && outer.left <= inner.left &&
-           outer.right >= inner.right;
+// What is left of `area` without `hole`, which overlaps it: at most four blocks.
+std::vector<Area> Around(const Area& area, const Area& hole) {
+    std::vector<Area> parts;
+    const std::int32_t top = std::max(area.top, hole.top);
+    const std::int32_t bottom = std::min(area.bottom, hole.bottom);
+    if (area.top < top) parts.push_back({area.top, area.left, top - 1, area.right});
+    if (bottom < area.bottom) parts.push_back({bottom + 1, area.left, area.bottom, area.right});
+    if (area.left < hole.left) parts.push_back({top, area.left, bottom, hole.left - 1});
+    if (hole.right < area.right) parts.push_back({top, hole.right + 1, bottom, area.right});
+    return parts;
+}
+
+// The one fill that the first `count` of `fills` give an area; nothing when its
+// cells differ.
+std::optional<Fill> UniformFill(const std::vector<Fill>& fills, std::size_t count,
+                                const Area& area) {
+    while (count-- > 0) {
+        const Fill& fill = fills[count];
+        if (!Overlap(fill.area, area)) continue;
+        for (const Area& part : Around(area, fill.area)) {
+            const auto other = UniformFill(fills, count, part);
+            if (!other || other->colorIndex != fill.colorIndex || other->color != fill.color) {
+                return std::nullopt;
+            }
+        }
+        return fill;
+    }
+    return Fill{area, kNoFill, kWhite};
 }
 
 }  // namespace
@@ -25,12 +52,7 @@ void ScriptedInterior::Enter(const char* member) const {
 
 std::optional<Fill> ScriptedInterior::Uniform() const {
     const auto& fills = place_.sheet->fills;
-    for (auto fill = fills.rbegin(); fill != fills.rend(); ++fill) {
-        if (!Overlap(fill->area, place_.area)) continue;
-        if (Covers(fill->area, place_.area)) return *fill;
-        return std::nullopt;  // a part has this fill, the rest another
-    }
-    return Fill{place_.area, kNoFill, kWhite};
+    return UniformFill(fills, fills.size(), place_.area);
 }
 
 korvane::Value ScriptedInterior::ColorIndex() {
