@@ -51,16 +51,19 @@ def generated(folder, formulas=20000):
 
 
 class Memory(threading.Thread):
-    """The most memory that an office process below this one has had, in MiB."""
+    """The most memory that an office process started from now on has had, in MiB."""
 
     def __init__(self):
         super().__init__(daemon=True)
         self.peak = 0
         self.going = True
+        self.others = set(pathlib.Path('/proc').glob('[0-9]*'))
 
     def run(self):
         while self.going:
             for status in pathlib.Path('/proc').glob('[0-9]*/status'):
+                if status.parent in self.others:
+                    continue
                 try:
                     text = status.read_text()
                 except OSError:
