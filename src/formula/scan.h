@@ -8,15 +8,37 @@
 
 namespace korvane {
 
-// "+-*^/<>=&,%": they end a token. The argument separator is one of them.
+// "+-*^/<>=&,%": they end a token. The argument separator is one of them. (A
+// switch: searching a text for the character took twice as long.)
 constexpr bool bIsOperator(char16_t ch) {
-    return std::u16string_view(u"+-*^/<>=&,%").find(ch) != std::u16string_view::npos;
+    switch (ch) {
+        case u'+':
+        case u'-':
+        case u'*':
+        case u'^':
+        case u'/':
+        case u'<':
+        case u'>':
+        case u'=':
+        case u'&':
+        case u',':
+        case u'%': return true;
+        default: return false;
+    }
 }
 
 // Brackets, braces, blank and line feed: they never belong to a token, and end
 // none ("A1 B1" is one token, "A1B1").
 constexpr bool bIsFiller(char16_t ch) {
-    return std::u16string_view(u"(){} \n").find(ch) != std::u16string_view::npos;
+    switch (ch) {
+        case u'(':
+        case u')':
+        case u'{':
+        case u'}':
+        case u' ':
+        case u'\n': return true;
+        default: return false;
+    }
 }
 
 constexpr bool bIsQuote(char16_t ch) { return ch == u'"' || ch == u'\''; }
