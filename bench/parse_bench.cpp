@@ -15,6 +15,7 @@
 namespace {
 
 using korvane::CElement;
+using korvane::command::CountElements;
 using korvane::command::LoneCell;
 
 std::vector<std::u16string> LoadFormulas() {
@@ -32,12 +33,6 @@ std::vector<std::u16string> LoadFormulas() {
 const std::vector<std::u16string>& Formulas() {
     static const auto formulas = LoadFormulas();
     return formulas;
-}
-
-std::int64_t CountElements(const CElement& element) {
-    std::int64_t count = 1;
-    for (const auto& sub : element.colSubs()) count += CountElements(*sub);
-    return count;
 }
 
 // The tokens between operators, brackets and quotes, copied out.

@@ -16,4 +16,10 @@ bool LoneCell::Parse(std::u16string formula, bool bEveryFunction, CElement& root
     return false;
 }
 
+std::int64_t CountElements(const CElement& element) {
+    std::int64_t count = 1;
+    for (const auto& sub : element.colSubs()) count += CountElements(*sub);
+    return count;
+}
+
 }  // namespace korvane::command

@@ -1,12 +1,16 @@
 // Takes formula texts apart without any document: see bindings/lone.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "bindings/lone/lone_host.h"
 #include "formula/element.h"
 
 namespace korvane::command {
+
+// The elements of a tree, the root included.
+std::int64_t CountElements(const CElement& element);
 
 class LoneCell {
 public:

@@ -70,12 +70,6 @@ Json NodeOf(const CElement& element) {
                 {"children", std::move(children)}};
 }
 
-std::int64_t CountElements(const CElement& element) {
-    std::int64_t count = 1;
-    for (const auto& sub : element.colSubs()) count += CountElements(*sub);
-    return count;
-}
-
 // The formula that a line stands for.
 std::string FormulaOf(const std::string& line) {
     if (line.empty() || line.front() != '"') return line;

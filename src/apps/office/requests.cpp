@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/command/document.h"
 #include "apps/office/loader.h"
 #include "apps/report/exploration.h"
 #include "apps/report/exploration_json.h"
@@ -13,12 +14,11 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Exit codes of the command line.
-constexpr int kNotFound = 3;
-constexpr int kHostLost = 4;
+using command::kHostLost;
+using command::kNotFound;
 
-Json Failure(int code, const std::string& message) {
-    return Json{{"error", {{"code", code}, {"message", message}}}};
+Json Failure(command::ExitCode code, const std::string& message) {
+    return Json{{"error", {{"code", static_cast<int>(code)}, {"message", message}}}};
 }
 
 }  // namespace
@@ -36,9 +36,7 @@ std::string Requests::Handle(const std::string& line) {
         } else {
             answer = Failure(kHostLost, "The office component does not know the request.");
         }
-    } catch (const Error& error) {
-        answer = Failure(kHostLost, error.what());
-    } catch (const std::exception& error) {
+    } catch (const std::exception& error) {  // korvane::Error is one
         answer = Failure(kHostLost, error.what());
     }
     return answer.dump(-1, ' ', false, Json::error_handler_t::replace);

@@ -140,6 +140,8 @@ private:
     void Enter(const char* member, std::u16string_view detail = {}) const;
     const Content* FirstContent() const;  // of the first cell; null when it is empty
     bool IsPartOfLargerArray() const;
+    // The whole rows or columns `area` of this range.
+    host::RangePtr Widened(const Area& area, Entire entire) const;
     void Write(const std::u16string& formula, bool asArray);
     template <typename Get>
     korvane::Value OfCells(Get get) const;

@@ -221,24 +221,25 @@ host::NamePtr ScriptedRange::Name() {
 
 host::RangePtr ScriptedRange::EntireRow() {
     Enter("Range.EntireRow");
-    Place place = place_;
-    place.area.left = 1;
-    place.area.right = kSheetColumns;
-    auto rows = std::make_shared<ScriptedRange>(host_, std::move(place));
-    rows->entire_ = Entire::kRow;
-    rows->origin_ = place_.area;
-    return rows;
+    Area area = place_.area;
+    area.left = 1;
+    area.right = kSheetColumns;
+    return Widened(area, Entire::kRow);
 }
 
 host::RangePtr ScriptedRange::EntireColumn() {
     Enter("Range.EntireColumn");
-    Place place = place_;
-    place.area.top = 1;
-    place.area.bottom = kSheetRows;
-    auto columns = std::make_shared<ScriptedRange>(host_, std::move(place));
-    columns->entire_ = Entire::kColumn;
-    columns->origin_ = place_.area;
-    return columns;
+    Area area = place_.area;
+    area.top = 1;
+    area.bottom = kSheetRows;
+    return Widened(area, Entire::kColumn);
+}
+
+host::RangePtr ScriptedRange::Widened(const Area& area, Entire entire) const {
+    auto range = std::make_shared<ScriptedRange>(host_, Place{place_.book, place_.sheet, area});
+    range->entire_ = entire;
+    range->origin_ = place_.area;
+    return range;
 }
 
 korvane::Value ScriptedRange::Hidden() {
