@@ -2,7 +2,8 @@
 # Fails when an include breaks the order of the house:
 #   base       sees nothing but the standard library
 #   host, platform   the boundaries: base
-#   formula explorer navigation settings help   the core: base and boundaries, and each other
+#   formula explorer navigation settings help host/addin   the core: base and boundaries,
+#              and each other; host/addin is no boundary though it lies beside one
 #   bindings/X base, boundaries and itself; never another binding, never the core
 #   apps       everything; they wire
 # and when the core includes anything but the standard library and itself.
@@ -14,33 +15,47 @@ core='formula|explorer|navigation|settings|help'
 bad=0
 checked=0
 
+# includes FILE MARK: the file's includes that begin with MARK, with line numbers.
+includes() {
+    grep -nE "^[[:space:]]*#[[:space:]]*include[[:space:]]*$2" "$1"
+}
+
 for file in $(find . -name '*.h' -o -name '*.cpp' | sed 's|^\./||' | sort); do
     checked=$((checked + 1))
     room=${file%%/*}
     outside=''
+    addin=''
+    case $file in
+        host/addin/*) room=addin ;;
+    esac
     case $room in
         base) allowed='base' ;;
         host | platform) allowed='base|host|platform' ;;
-        formula | explorer | navigation | settings | help) allowed="base|host|platform|$core" ;;
+        formula | explorer | navigation | settings | help | addin)
+            allowed="base|host|platform|$core"
+            addin='any'
+            ;;
         bindings)
             binding=$(echo "$file" | cut -d/ -f1-2)
             allowed="base|host|platform|$binding"
             outside='any'
             ;;
-        apps) allowed="base|host|platform|$core|bindings/[a-z0-9]+|apps"; outside='any' ;;
+        apps)
+            allowed="base|host|platform|$core|bindings/[a-z0-9_]+|apps"
+            outside='any'
+            addin='any'
+            ;;
         *) echo "$file: stands in no room of the house" ; bad=1 ; continue ;;
     esac
-    wrong=$(grep -nE '^[[:space:]]*#[[:space:]]*include[[:space:]]*"' "$file" |
-        grep -vE "\"($allowed)/[^\"]*\"")
     # Outside bindings and programs only the standard library comes in angle
     # brackets: its headers have neither a folder nor an ending.
-    if [ -z "$outside" ]; then
-        foreign=$(grep -nE '^[[:space:]]*#[[:space:]]*include[[:space:]]*<' "$file" |
-            grep -vE '<[a-z_0-9]+>')
-        wrong="$wrong$foreign"
-    fi
+    wrong=$(
+        includes "$file" '"' | grep -vE "\"($allowed)/[^\"]*\""
+        [ -n "$addin" ] || includes "$file" '"' | grep -E '"host/addin/'
+        [ -n "$outside" ] || includes "$file" '<' | grep -vE '<[a-z_0-9]+>'
+    )
     if [ -n "$wrong" ]; then
-        echo "$wrong" | sed "s|^|$file: |"
+        echo "$wrong" | sort -u | sed "s|^|$file: |"
         bad=1
     fi
 done

@@ -5,7 +5,7 @@ set -eu
 build=${1:?usage: fuzz.sh BUILD SECONDS [NAME]}
 seconds=${2:?usage: fuzz.sh BUILD SECONDS [NAME]}
 here=$(cd "$(dirname "$0")/.." && pwd)
-for name in ${3:-parse document}; do
+for name in ${3:-parse document windows}; do
     program=$build/bin/fuzz_$name
     if [ ! -x "$program" ]; then
         echo "$program is missing: 'make test' or 'make fuzz' builds it" >&2

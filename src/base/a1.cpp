@@ -46,6 +46,7 @@ std::optional<Corner> ParseCorner(std::u16string_view text) {
 bool ReadsAsReference(std::u16string_view name) {
     const auto corner = ParseCorner(name);
     if (corner && corner->row > 0) return true;
+    if (EqualIgnoringCase(name, u"TRUE") || EqualIgnoringCase(name, u"FALSE")) return true;
     // R1C1 style: R, C, RC, R1, C1, R1C1.
     std::size_t at = 0;
     if (at < name.size() && FoldChar(name[at]) == u'r') {

@@ -54,7 +54,7 @@ std::optional<ReferenceParts> SplitReference(std::u16string_view text);
 
 // A sheet's prefix, "!" included, with quotes where Excel writes them: round
 // names with other characters than letters, digits, "_" and ".", with a digit
-// in front, or that read as a reference themselves. `book` may be empty.
+// in front, or that read as a reference or a Boolean themselves. `book` may be empty.
 std::u16string SheetPrefix(std::u16string_view book, std::u16string_view sheet);
 
 }  // namespace korvane

@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <string>
+#include <string_view>
 
 namespace korvane {
 
@@ -19,6 +20,9 @@ enum ErrorNumber : int {
     kErrorApplication = 1004,        // the host's general failure of a call
     kErrorObjectGone = -2147417848,  // the host object lives no more (closed document, lost host)
 };
+
+// The description of a failure that says nothing about itself.
+inline constexpr const char16_t* kGeneralFailure = u"Application-defined or object-defined error";
 
 // An ordinary failure: a number and a description, as a host raises it. A
 // failing host call throws exactly this type and nothing else, and so do the
@@ -39,6 +43,15 @@ private:
     std::string utf8_;
 };
 
+// `error` with " (" + procedure + ")" appended to its description: a report
+// carries the name of the procedure where the failure was caught.
+Error WithProcedure(const Error& error, std::u16string_view procedure);
+
+// The exception that is being handled, as an Error: a failed allocation is
+// kErrorOutOfMemory, everything else that is no Error is kErrorApplication.
+// Call it within a catch block only.
+Error CurrentError();
+
 // Where procedures report a failure that ends them. The reporter must not
 // throw. `isEntryPoint` is true where a user's action enters the system.
 class ErrorReporter {
@@ -50,5 +63,11 @@ public:
     virtual void Report(const char16_t* module, const char16_t* procedure, const Error& error,
                         bool isEntryPoint) = 0;
 };
+
+// Reports the exception that is being handled, the procedure's name appended.
+// Call it within a catch block only. A report for which there is no memory is
+// left out.
+void ReportCurrent(ErrorReporter& reporter, const char16_t* module, const char16_t* procedure,
+                   bool isEntryPoint) noexcept;
 
 }  // namespace korvane

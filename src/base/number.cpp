@@ -33,6 +33,26 @@ void SkipSign(std::u16string_view& text) {
     if (!text.empty() && (text.front() == u'+' || text.front() == u'-')) text.remove_prefix(1);
 }
 
+// How long the number at the front of `text` is; 0 when there is none. An E
+// counts only with the digits of an exponent behind it.
+std::size_t NumberLength(std::u16string_view text) {
+    std::u16string_view rest = text;
+    SkipSign(rest);
+    std::size_t digits = SkipDigits(rest);
+    if (!rest.empty() && rest.front() == u'.') {
+        rest.remove_prefix(1);
+        digits += SkipDigits(rest);
+    }
+    if (digits == 0) return 0;
+    std::u16string_view exponent = rest;
+    if (!exponent.empty() && FoldChar(exponent.front()) == u'e') {
+        exponent.remove_prefix(1);
+        SkipSign(exponent);
+        if (SkipDigits(exponent) > 0) rest = exponent;
+    }
+    return text.size() - rest.size();
+}
+
 // What an unsigned number text outside a double's range stands for: from_chars
 // does not say whether it was too large or too small, its first digit's place
 // does.
@@ -58,18 +78,8 @@ double BeyondRange(const std::string& ascii) {
 bool IsNumeric(std::u16string_view text) {
     if (text.empty() || text.front() > u'9') return false;  // no blank, sign, digit or "."
     text = WithoutBlanksAround(text);
-    SkipSign(text);
-    std::size_t digits = SkipDigits(text);
-    if (!text.empty() && text.front() == u'.') {
-        text.remove_prefix(1);
-        digits += SkipDigits(text);
-    }
-    if (digits == 0) return false;
-    if (text.empty()) return true;
-    if (FoldChar(text.front()) != u'e') return false;
-    text.remove_prefix(1);
-    SkipSign(text);
-    return SkipDigits(text) > 0 && text.empty();
+    const std::size_t length = NumberLength(text);
+    return length > 0 && length == text.size();
 }
 
 std::optional<double> ParseNumber(std::u16string_view text) {
@@ -84,6 +94,13 @@ std::optional<double> ParseNumber(std::u16string_view text) {
         number = BeyondRange(ascii);
     }
     return negative ? -number : number;
+}
+
+double LeadingNumber(std::u16string_view text) {
+    std::u16string dense(text);
+    dense.erase(std::remove_if(dense.begin(), dense.end(), IsBlank), dense.end());
+    dense.resize(NumberLength(dense));
+    return ParseNumber(dense).value_or(0);
 }
 
 std::u16string NumberText(double number) {

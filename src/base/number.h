@@ -16,6 +16,10 @@ bool IsNumeric(std::u16string_view text);
 // large for a double is infinite, one too small is 0.
 std::optional<double> ParseNumber(std::u16string_view text);
 
+// The number at the front of `text`, whatever follows it ("0.5W" is 0.5); blanks
+// are passed over wherever they stand. 0 when the text begins with none.
+double LeadingNumber(std::u16string_view text);
+
 // At most 15 significant digits, in the form of printf's "%.15G" ("0.1",
 // "1E+15", "1E-05"); negative zero is "0".
 std::u16string NumberText(double number);

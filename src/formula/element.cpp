@@ -1,6 +1,7 @@
 // The element's life: root and children, positions, release.
 #include "formula/element.h"
 
+#include "base/attempt.h"
 #include "base/text.h"
 #include "formula/scan.h"
 #include "host/name.h"
@@ -14,26 +15,10 @@ namespace {
 // the stack, and every road that recurses counts against it.
 constexpr std::int32_t kDeepestElement = 400;
 
-Error WithProcedure(const Error& error, const char16_t* procedure) {
-    return {error.number(), error.description() + u" (" + procedure + u")"};
-}
-
 }  // namespace
 
 bool CElement::bInitRoot(CElementOptions& clsOptions) {
-    try {
-        InitRoot(clsOptions);
-        return true;
-    } catch (const Error& error) {
-        clsOptions.reporter().Report(u"CElement", u"bInitRoot", WithProcedure(error, u"bInitRoot"),
-                                     false);
-        return false;
-    } catch (const std::exception&) {
-        // Nothing but a failed allocation is left.
-        clsOptions.reporter().Report(u"CElement", u"bInitRoot",
-                                     Error(kErrorOutOfMemory, u"Out of memory (bInitRoot)"), false);
-        return false;
-    }
+    return Guarded(clsOptions.reporter(), u"CElement", u"bInitRoot", [&] { InitRoot(clsOptions); });
 }
 
 void CElement::InitRoot(CElementOptions& clsOptions) {

@@ -28,6 +28,7 @@ public:
     virtual void WindowActivate(const WorkbookPtr& workbook) = 0;
 };
 
+// Keys that were bound through it are the host's again when its last handle goes.
 class Application : public Object {
 public:
     std::u16string TypeName() const override { return u"Application"; }
@@ -73,7 +74,8 @@ public:
     // The active cell of the active window. Raises when there is none.
     virtual RangePtr ActiveCell() = 0;
 
-    // The classic command bars. Needed by hosts without a ribbon.
+    // The classic command bars; null where the host has no bars at all. Needed by
+    // hosts without a ribbon.
     virtual host::CommandBarsPtr CommandBars() = 0;
     // The add-in's own workbook as the host sees it, for the error log.
     virtual WorkbookPtr ThisWorkbook() = 0;

@@ -16,7 +16,8 @@ public:
     // explored cell's workbook to mark references into another one.
     virtual std::u16string Name() = 0;
     // The folder that holds the workbook; of the add-in's own it is the add-in
-    // folder. Empty for a workbook that was never saved.
+    // folder. Without a separator at its end, mostly. Empty for a workbook that
+    // was never saved.
     virtual std::u16string Path() = 0;
     // The names that are defined for the whole workbook.
     virtual NamesPtr Names() = 0;

@@ -116,15 +116,26 @@ TEST(A1, QuotesSheetsThatWouldReadAsSomethingElse) {
         const char16_t* sheet;
         const char* prefix;
     };
-    for (const Case& c :
-         {Case{u"", u"Sheet1", "Sheet1!"}, Case{u"B.xls", u"S", "[B.xls]S!"},
-          Case{u"B.xls", u"My Sheet", "'[B.xls]My Sheet'!"},
-          Case{u"My Book.xls", u"S", "'[My Book.xls]S'!"}, Case{u"", u"It's", "'It''s'!"},
-          Case{u"", u"2024", "'2024'!"}, Case{u"", u"A1", "'A1'!"}, Case{u"", u"xfd9", "'xfd9'!"},
-          Case{u"", u"R1C1", "'R1C1'!"}, Case{u"", u"rc", "'rc'!"}, Case{u"", u"C", "'C'!"},
-          Case{u"", u"a-b", "'a-b'!"}, Case{u"", u"a.b", "a.b!"}, Case{u"", u"_x", "_x!"},
-          Case{u"", u"\u00dcbersicht", "\u00dcbersicht!"}, Case{u"", u"XFE1", "XFE1!"},
-          Case{u"", u"", "''!"}, Case{u"", u"a!b", "'a!b'!"}}) {
+    for (const Case& c : {Case{u"", u"Sheet1", "Sheet1!"},
+                          Case{u"B.xls", u"S", "[B.xls]S!"},
+                          Case{u"B.xls", u"My Sheet", "'[B.xls]My Sheet'!"},
+                          Case{u"My Book.xls", u"S", "'[My Book.xls]S'!"},
+                          Case{u"", u"It's", "'It''s'!"},
+                          Case{u"", u"2024", "'2024'!"},
+                          Case{u"", u"TRUE", "'TRUE'!"},
+                          Case{u"", u"False", "'False'!"},
+                          Case{u"", u"A1", "'A1'!"},
+                          Case{u"", u"xfd9", "'xfd9'!"},
+                          Case{u"", u"R1C1", "'R1C1'!"},
+                          Case{u"", u"rc", "'rc'!"},
+                          Case{u"", u"C", "'C'!"},
+                          Case{u"", u"a-b", "'a-b'!"},
+                          Case{u"", u"a.b", "a.b!"},
+                          Case{u"", u"_x", "_x!"},
+                          Case{u"", u"\u00dcbersicht", "\u00dcbersicht!"},
+                          Case{u"", u"XFE1", "XFE1!"},
+                          Case{u"", u"", "''!"},
+                          Case{u"", u"a!b", "'a!b'!"}}) {
         const auto prefix = SheetPrefix(c.book, c.sheet);
         EXPECT_EQ(ToUtf8(prefix), c.prefix);
         // What is written reads back as the same place.

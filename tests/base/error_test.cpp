@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+#include <stdexcept>
+
 namespace korvane {
 namespace {
 
@@ -35,6 +38,43 @@ TEST(Error, NumbersAreThoseOfTheHostsLanguage) {
     EXPECT_EQ(kErrorOutOfStack, 28);
     EXPECT_EQ(kErrorObjectMissing, 91);
     EXPECT_EQ(kErrorApplication, 1004);
+}
+
+TEST(Error, TakesAProceduresNameBehindItsDescription) {
+    const Error inner = WithProcedure(Error(1004, u"refused"), u"bGoBack");
+    EXPECT_EQ(inner.number(), 1004);
+    EXPECT_EQ(inner.description(), u"refused (bGoBack)");
+    EXPECT_EQ(WithProcedure(inner, u"EP_GoBack").description(), u"refused (bGoBack) (EP_GoBack)");
+}
+
+TEST(Error, StandsForEveryOtherException) {
+    const auto current = [](auto exception) {
+        try {
+            throw exception;
+        } catch (...) {
+            return CurrentError();
+        }
+    };
+    EXPECT_EQ(current(Error(18, u"Break")).number(), 18);
+    EXPECT_EQ(current(std::bad_alloc()).number(), kErrorOutOfMemory);
+    EXPECT_EQ(current(std::runtime_error("lost")).number(), kErrorApplication);
+    EXPECT_EQ(current(std::runtime_error("lost")).description(), u"lost");
+    EXPECT_EQ(current(1).number(), kErrorApplication);
+    EXPECT_EQ(current(1).description(), kGeneralFailure);
+}
+
+TEST(Error, AReportThatFailsItselfIsLeftOut) {
+    class Failing : public ErrorReporter {
+    public:
+        void Report(const char16_t*, const char16_t*, const Error&, bool) override {
+            throw std::bad_alloc();
+        }
+    } reporter;
+    try {
+        throw Error(1004, u"refused");
+    } catch (...) {
+        ReportCurrent(reporter, u"M", u"P", true);
+    }
 }
 
 }  // namespace

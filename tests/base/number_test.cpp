@@ -49,6 +49,24 @@ TEST(Number, OneOutsideADoublesRangeIsInfiniteOrZero) {
     EXPECT_EQ(ParseNumber(u"0." + std::u16string(400, u'0') + u"1"), 0);
 }
 
+TEST(Number, StandsAtTheFrontOfAText) {
+    struct Case {
+        const char16_t* text;
+        double number;
+    };
+    for (const Case& c :
+         {Case{u"", 0},          Case{u"W", 0},         Case{u".", 0},         Case{u"-", 0},
+          Case{u"-.", 0},        Case{u"E5", 0},        Case{u"0.5W0.5", 0.5}, Case{u"0.5", 0.5},
+          Case{u".5L", 0.5},     Case{u"2.", 2},        Case{u"1.2.3", 1.2},   Case{u"-2", -2},
+          Case{u"+2", 2},        Case{u"--2", 0},       Case{u"- 2", -2},      Case{u" 12 3", 123},
+          Case{u"\t1\n2x3", 12}, Case{u"1 . 5 x", 1.5}, Case{u"1E3x", 1000},   Case{u"1 e 3", 1000},
+          Case{u"1e-2", 0.01},   Case{u"1e", 1},        Case{u"1e+", 1},       Case{u"1,5", 1},
+          Case{u"0x10", 0},      Case{u"12.0", 12},     Case{u"9.", 9}}) {
+        EXPECT_EQ(LeadingNumber(c.text), c.number) << ToUtf8(c.text);
+    }
+    EXPECT_EQ(LeadingNumber(u"1E400;"), std::numeric_limits<double>::infinity());
+}
+
 TEST(Number, BecomesATextOfFifteenDigits) {
     struct Case {
         double number;
@@ -70,6 +88,7 @@ TEST(Number, HasTheSameTextInEveryLocale) {
         std::setlocale(LC_ALL, locale);  // where it is installed
         EXPECT_EQ(NumberText(1.5), u"1.5");
         EXPECT_EQ(ParseNumber(u"1.5"), 1.5);
+        EXPECT_EQ(LeadingNumber(u"1.5W"), 1.5);
     }
     std::setlocale(LC_ALL, "C");
 }

@@ -6,6 +6,7 @@ namespace korvane::test {
 namespace {
 
 constexpr const char* kDocument = R"json({
+  "addin": {"name": "KorvaneExplorer.xla", "path": "C:\\Add-ins"},
   "workbooks": [{
     "name": "Contract.fods",
     "names": {"Rate": "='My Sheet'!$A$2", "Block": "=Data!$A$1:$B$3", "Twice": "=Data!$B$2*2"},

@@ -167,6 +167,16 @@ TEST_F(HostContract, NamesAreFoundIgnoringCase) {
         ASSERT_NE(sheet->Names()->Item(text), nullptr) << ToUtf8(text);
         EXPECT_EQ(ToUtf8(sheet->Names()->Item(text)->Name_()), "Data!Own");
     }
+    // Through the workbook too, by its sheet.
+    for (const char16_t* text : {u"Data!Own", u"data!own", u"[Contract.fods]Data!Own"}) {
+        ASSERT_NE(book->Names()->Item(text), nullptr) << ToUtf8(text);
+        EXPECT_EQ(ToUtf8(book->Names()->Item(text)->Name_()), "Data!Own");
+    }
+    for (const char16_t* text : {u"Own", u"'My Sheet'!Own", u"Data!Rate", u"Nowhere!Own",
+                                 u"[Other.fods]Data!Own", u"'Data!Own"}) {
+        EXPECT_EQ(book->Names()->Item(text), nullptr) << ToUtf8(text);
+    }
+    EXPECT_EQ(sheet->Names()->Item(u"'My Sheet'!Own"), nullptr);
     EXPECT_EQ(book->Names()->Item(u"A1>0"), nullptr);
     EXPECT_EQ(book->Names()->Item(u"NoSuchName"), nullptr);
 }
@@ -285,6 +295,14 @@ TEST_F(HostContract, AClosedWorkbookFailsWhereverItIsTouched) {
     EXPECT_THROW(names->Item(u"Rate"), Error);
     EXPECT_THROW(name->RefersTo(), Error);
     EXPECT_THROW(interior->ColorIndex(), Error);
+}
+
+TEST_F(HostContract, TheAddinsOwnWorkbookHasANameAndAFolder) {
+    const host::WorkbookPtr workbook = app().ThisWorkbook();
+    EXPECT_FALSE(workbook->Name().empty());
+    EXPECT_EQ(workbook->Name().find_first_of(u"/\\"), std::u16string::npos);
+    EXPECT_FALSE(workbook->Path().empty());
+    EXPECT_EQ(workbook->TypeName(), u"Workbook");
 }
 
 }  // namespace

@@ -29,6 +29,13 @@ private:
     ExitCode code_;
 };
 
+// A host that was ended because it did not answer in its time: asked the same
+// again, it would need as long.
+class TimeIsUp : public CommandError {
+public:
+    explicit TimeIsUp(const std::string& message) : CommandError(kHostLost, message) {}
+};
+
 class Document {
 public:
     Document() = default;

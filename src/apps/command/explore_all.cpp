@@ -24,16 +24,6 @@ void AppendCounts(std::string& out, const char* label,
     out += "\n";
 }
 
-ExplorationReport LostOn(const std::u16string& cell, bool bEveryFunction, bool bPreciseCalc,
-                         const CommandError& error) {
-    ExplorationReport report;
-    report.cell = cell;
-    report.bEveryFunction = bEveryFunction;
-    report.bPreciseCalc = bPreciseCalc;
-    report.log.push_back(u"Korvane.Explore: " + ToUtf16(error.what()));
-    return report;
-}
-
 }  // namespace
 
 void AllSummary::Add(const ExplorationReport& report) {
@@ -63,26 +53,15 @@ AllSummary ExploreAll(const OpenDocument& open, bool bEveryFunction, bool bPreci
                       const std::function<void(const ExplorationReport&)>& report,
                       const std::function<void(std::size_t, std::size_t)>& progress) {
     AllSummary summary;
-    auto document = open();
-    const auto cells = document->FormulaCells();
+    RestartingDocument document(open);
+    const auto cells = document.FormulaCells();
     for (std::size_t done = 0; done < cells.size(); ++done) {
         progress(done, cells.size());
-        const std::u16string& cell = cells[done];
-        ExplorationReport result;
-        try {
-            if (!document) document = open();
-            result = document->Explore(cell, bEveryFunction, bPreciseCalc);
-        } catch (const CommandError& error) {
-            if (error.code() != kHostLost || !document) throw;
-            result = LostOn(cell, bEveryFunction, bPreciseCalc, error);
-            ++summary.hostsLost;
-            // Before the next cell a new host starts; a signal that ended this
-            // one ends us here.
-            document.reset();
-        }
+        const auto result = document.Explore(cells[done], bEveryFunction, bPreciseCalc);
         summary.Add(result);
         report(result);
     }
+    summary.hostsLost = document.hostsLost();
     progress(cells.size(), cells.size());
     return summary;
 }

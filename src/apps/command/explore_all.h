@@ -4,10 +4,9 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 
-#include "apps/command/document.h"
+#include "apps/command/restarting_document.h"
 
 namespace korvane::command {
 
@@ -27,13 +26,11 @@ struct AllSummary {
     std::string Text() const;
 };
 
-using OpenDocument = std::function<std::unique_ptr<Document>()>;
-
 // Explores all formula cells in order and hands each report to `report`. A cell
-// on which the host is lost, or takes too long, is reported as failed; the host
-// is started again and the rest goes on. `progress` is told the cells done and
-// all of them. Throws CommandError when the document cannot be opened, the first
-// time or again.
+// on which the host is lost twice, or takes too long, is reported as failed; the
+// host is started again and the rest goes on. `progress` is told the cells done
+// and all of them. Throws CommandError when the document cannot be opened, the
+// first time or again.
 AllSummary ExploreAll(const OpenDocument& open, bool bEveryFunction, bool bPreciseCalc,
                       const std::function<void(const ExplorationReport&)>& report,
                       const std::function<void(std::size_t, std::size_t)>& progress);

@@ -1,20 +1,19 @@
 #include "apps/command/explore_command.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
-#include <fstream>
-#include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "apps/command/explore_all.h"
 #include "apps/command/open_workbook.h"
+#include "apps/command/restarting_document.h"
+#include "apps/command/script_file.h"
 #include "apps/command/scripted_document.h"
 #include "apps/command/tree_printer.h"
+#include "apps/command/window_command.h"
 #include "apps/report/exploration_json.h"
 #include "base/text.h"
-#include "bindings/scripted/load_document.h"
 
 namespace korvane::command {
 namespace {
@@ -64,57 +63,12 @@ private:
     bool failed_ = false;
 };
 
-// Scripted documents are written by people and tools for one report; what is
-// larger is none.
-constexpr std::size_t kLargestScript = std::size_t{256} << 20;
-
-// Wrong documents end the command like missing files.
-template <typename Read>
-auto Translated(const std::string& path, Read read) {
-    try {
-        return read();
-    } catch (const scripted::DocumentError& error) {
-        throw CommandError(kNotFound,
-                           path + " is not a scripted document: " + OneLine(error.what()));
-    }
-}
-
-std::string ReadScript(const std::string& path) {
-    struct stat info {};
-    if (path != "-" && stat(path.c_str(), &info) != 0) {
-        throw CommandError(kNotFound, "no such file: " + path);
-    }
-    if (path != "-" && S_ISDIR(info.st_mode)) {
-        throw CommandError(kNotFound, path + " is a directory, not a scripted document");
-    }
-    std::ifstream file;
-    if (path != "-") file.open(path, std::ios::binary);
-    std::istream& in = path == "-" ? std::cin : file;
-    if (!in) throw CommandError(kNotFound, "cannot read " + path);
-    std::string text;
-    std::vector<char> buffer(std::size_t{1} << 16);
-    while (in && text.size() <= kLargestScript) {
-        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
-    }
-    if (text.size() > kLargestScript) {
-        throw CommandError(kNotFound,
-                           path + " is too large for a scripted document (256 MiB at most)");
-    }
-    return text;
-}
-
-std::vector<nlohmann::json> ReadDocuments(const std::string& path) {
-    return Translated(path, [&] { return scripted::SplitDocuments(ReadScript(path)); });
-}
-
 void ExploreScript(const ExploreOptions& options, Output& output) {
     const auto documents = ReadDocuments(*options.script);
     for (std::size_t k = 0; k < documents.size(); ++k) {
         const std::string which =
             documents.size() > 1 ? " (document " + std::to_string(k + 1) + ")" : "";
-        ScriptedDocument document(Translated(*options.script + which,
-                                             [&] { return scripted::LoadDocument(documents[k]); }));
+        ScriptedDocument document(LoadScript(*options.script, documents[k], which));
         const bool functions =
             options.functions.value_or(document.model().bEveryFunction.value_or(true));
         const bool precise = options.precise || document.model().bPreciseCalc.value_or(false);
@@ -156,12 +110,7 @@ void ExploreEveryFormula(const ExploreOptions& options, Output& output) {
             return OpenWorkbook(options.arguments.front(),
                                 std::chrono::seconds(options.cellTimeout));
         }
-        const auto documents = ReadDocuments(*options.script);
-        if (documents.size() != 1) {
-            throw CommandError(kUsage, "explore --all takes one scripted document");
-        }
-        return std::make_unique<ScriptedDocument>(
-            Translated(*options.script, [&] { return scripted::LoadDocument(documents.front()); }));
+        return std::make_unique<ScriptedDocument>(LoadOnlyScript(*options.script, "explore --all"));
     };
     const AllSummary summary = ExploreAll(
         open, functions, options.precise,
@@ -175,16 +124,17 @@ void ExploreWorkbook(const ExploreOptions& options, Output& output) {
                            "explore needs a workbook and a cell, such as: "
                            "korvane explore Budget.xlsx 'Sheet1!B7'");
     }
-    const auto document = OpenWorkbook(options.arguments.front());
+    RestartingDocument document([&] { return OpenWorkbook(options.arguments.front()); });
     for (std::size_t k = 1; k < options.arguments.size(); ++k) {
-        output.Print(document->Explore(ToUtf16(options.arguments[k]),
-                                       options.functions.value_or(true), options.precise));
+        output.Print(document.Explore(ToUtf16(options.arguments[k]),
+                                      options.functions.value_or(true), options.precise));
     }
 }
 
 }  // namespace
 
 ExitCode RunExplore(const ExploreOptions& options) {
+    if (options.window) return RunWindow(options);
     Output output(options.json);
     if (options.all) {
         ExploreEveryFormula(options, output);

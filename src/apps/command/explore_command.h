@@ -16,6 +16,7 @@ struct ExploreOptions {
     bool precise = false;
     bool json = false;
     bool all = false;      // every formula cell, in place of CELL...
+    bool window = false;   // one cell, in a window
     int cellTimeout = 30;  // seconds that one cell may take with `all`
 };
 

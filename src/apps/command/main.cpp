@@ -42,7 +42,8 @@ int Run(int argc, char** argv) {
     AddFunctionsFlags(*exploreCommand, explore.functions);
     exploreCommand->add_flag("--precise", explore.precise,
                              "Evaluate function parts in the explored cell itself");
-    exploreCommand->add_flag("--json", explore.json, "One JSON object per cell and line");
+    auto* exploreJson =
+        exploreCommand->add_flag("--json", explore.json, "One JSON object per cell and line");
     exploreCommand
         ->add_option("--script", explore.script,
                      "A scripted document in place of BOOK; - reads standard input")
@@ -50,6 +51,10 @@ int Run(int argc, char** argv) {
 
     auto* all = exploreCommand->add_flag("--all", explore.all,
                                          "Every formula cell, with a summary at the end");
+    exploreCommand
+        ->add_flag("--window", explore.window, "One cell in an explorer window, until it is closed")
+        ->excludes(exploreJson)
+        ->excludes(all);
     exploreCommand
         ->add_option("--cell-timeout", explore.cellTimeout,
                      "Seconds that one cell may take with --all (30)")

@@ -55,11 +55,11 @@ fs::path Copy(const std::string& path, const PrivateFolder& folder) {
 }  // namespace
 
 OfficeDocument::OfficeDocument(const std::string& path, const OfficeTimes& times,
-                               const fs::path& component)
+                               const fs::path& component, int viewLink)
     : path_(path), times_(times) {
     RequireFile(path);
     process_ = std::make_unique<OfficeProcess>(
-        FindOffice(), component.empty() ? FindComponent() : component, times);
+        FindOffice(), component.empty() ? FindComponent() : component, times, viewLink);
     Ask(Json{{"open", Copy(path, process_->folder()).string()}}.dump(), times_.open);
 }
 
@@ -94,6 +94,15 @@ std::vector<std::u16string> OfficeDocument::FormulaCells() {
     return cells;
 }
 
+void OfficeDocument::ShowWindow(const WindowRequest& request) {
+    Json json{{"window", ToUtf8(request.cell)}};
+    if (request.bEveryFunction) json["bEveryFunction"] = *request.bEveryFunction;
+    if (request.bPreciseCalc) json["bPreciseCalc"] = *request.bPreciseCalc;
+    json["config"] = request.config.native();
+    json["state"] = request.state.native();
+    Ask(json.dump(-1, ' ', false, Json::error_handler_t::replace), std::nullopt);
+}
+
 // The answer's line; an answer that is an error is thrown.
 std::string OfficeDocument::Ask(const std::string& request,
                                 std::optional<std::chrono::milliseconds> time) {
@@ -104,8 +113,9 @@ std::string OfficeDocument::Ask(const std::string& request,
     const bool readable = json.is_object() && json.at("error").is_object();
     if (!readable) throw CommandError(kHostLost, "LibreOffice's answer makes no sense.");
     const Json& error = json.at("error");
-    const bool notFound = error.value("code", int{kHostLost}) == kNotFound;
-    throw CommandError(notFound ? kNotFound : kHostLost,
+    const int code = error.value("code", int{kHostLost});
+    const bool known = code == kNotFound || code == kExplorationFailed;
+    throw CommandError(known ? static_cast<ExitCode>(code) : kHostLost,
                        path_ + ": " + error.value("message", std::string()));
 }
 

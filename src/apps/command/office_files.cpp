@@ -73,12 +73,20 @@ constexpr std::string_view kJava = R"(<?xml version="1.0" encoding="UTF-8"?>
 </oor:component-data>
 )";
 
+// References in texts, as INDIRECT reads them, are Excel's where the workbook does
+// not say otherwise.
 constexpr std::string_view kCalc = R"(<?xml version="1.0" encoding="UTF-8"?>
 <oor:component-data xmlns:oor="http://openoffice.org/2001/registry"
     xmlns:xs="http://www.w3.org/2001/XMLSchema" oor:name="Calc" oor:package="org.openoffice.Office">
   <node oor:name="Content">
     <node oor:name="Update">
       <prop oor:name="Link"><value>2</value></prop>
+    </node>
+  </node>
+  <node oor:name="Formula">
+    <node oor:name="Syntax">
+      <prop oor:name="Grammar"><value>1</value></prop>
+      <prop oor:name="StringRefAddressSyntax"><value>1</value></prop>
     </node>
   </node>
 </oor:component-data>

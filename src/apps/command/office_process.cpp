@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "apps/command/document.h"
 #include "apps/command/office_files.h"
@@ -22,6 +23,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr int kOfficeSocket = 3;            // the component's end of the socket
+constexpr int kOfficeViewLink = 4;          // a view's
 constexpr int kWantsToBeStartedAgain = 81;  // the office's exit code for that
 constexpr milliseconds kOrderlyEnd{2'000};
 
@@ -32,6 +34,15 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
     for (const auto& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
     pointers.push_back(nullptr);
     return pointers;
+}
+
+// The component greets, or says why it refuses to work.
+void RequireWelcome(const std::string& greeting) {
+    const auto json = nlohmann::json::parse(greeting, nullptr, false);
+    if (json.is_object() && json.value("ok", false)) return;
+    const bool refuses = json.is_object() && json.contains("error");
+    Lost(refuses ? json["error"].value("message", std::string())
+                 : "LibreOffice's greeting makes no sense.");
 }
 
 // The settings of a process to be started, freed on every way out.
@@ -51,6 +62,7 @@ public:
             &attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
     }
     ~SpawnSettings() {
+        for (const int copy : copies_) close(copy);
         if (output_ >= 0) close(output_);
         posix_spawnattr_destroy(&attributes_);
         posix_spawn_file_actions_destroy(&files_);
@@ -58,9 +70,10 @@ public:
     SpawnSettings(const SpawnSettings&) = delete;
     SpawnSettings& operator=(const SpawnSettings&) = delete;
 
-    // The process gets `socket` as its third descriptor and no other of ours.
-    // What the office has to say goes to the file that KORVANE_OFFICE_LOG names.
-    void PassOnly(int socket) {
+    // The process gets `socket` and, unless it is negative, `viewLink`, and no
+    // other descriptor of ours. What the office has to say goes to the file that
+    // KORVANE_OFFICE_LOG names.
+    void PassOnly(int socket, int viewLink) {
         const char* const log = std::getenv("KORVANE_OFFICE_LOG");
         const char* const output = log != nullptr && *log != '\0' ? log : "/dev/null";
         output_ = open(output, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
@@ -68,29 +81,43 @@ public:
         for (const int standard : {1, 2}) {
             if (output_ >= 0) posix_spawn_file_actions_adddup2(&files_, output_, standard);
         }
-        posix_spawn_file_actions_adddup2(&files_, socket, kOfficeSocket);
-        posix_spawn_file_actions_addclosefrom_np(&files_, kOfficeSocket + 1);
+        Pass(socket, kOfficeSocket);
+        if (viewLink >= 0) Pass(viewLink, kOfficeViewLink);
+        posix_spawn_file_actions_addclosefrom_np(&files_, kOfficeSocket + (viewLink < 0 ? 1 : 2));
     }
     const posix_spawn_file_actions_t* files() const { return &files_; }
     const posix_spawnattr_t* attributes() const { return &attributes_; }
 
 private:
+    // By way of a number that no other one goes to.
+    void Pass(int descriptor, int as) {
+        const int copy = fcntl(descriptor, F_DUPFD_CLOEXEC, kOfficeViewLink + 1);
+        if (copy < 0) Lost(std::string("No descriptor for LibreOffice: ") + std::strerror(errno));
+        copies_.push_back(copy);
+        posix_spawn_file_actions_adddup2(&files_, copy, as);
+    }
+
     posix_spawn_file_actions_t files_;
     posix_spawnattr_t attributes_;
     int output_ = -1;
+    std::vector<int> copies_;
 };
 
 }  // namespace
 
 OfficeProcess::OfficeProcess(const std::filesystem::path& program,
-                             const std::filesystem::path& component, const OfficeTimes& times) {
+                             const std::filesystem::path& component, const OfficeTimes& times,
+                             int viewLink) {
     const auto arguments = PrepareOffice(folder_, program, component);
     const auto environment = OfficeEnvironment(folder_);
     const Deadline deadline = Clock::now() + times.start;
     try {
         for (int again = 0; again < 3; ++again) {
-            Start(arguments, environment);
-            if (Receive(deadline)) return;  // the component's greeting
+            Start(arguments, environment, viewLink);
+            if (const auto greeting = Receive(deadline)) {
+                RequireWelcome(*greeting);
+                return;
+            }
             const auto status = Reap(kOrderlyEnd);
             End();
             if (!status || !WIFEXITED(*status) || WEXITSTATUS(*status) != kWantsToBeStartedAgain)
@@ -107,14 +134,14 @@ OfficeProcess::OfficeProcess(const std::filesystem::path& program,
 OfficeProcess::~OfficeProcess() { End(); }
 
 void OfficeProcess::Start(const std::vector<std::string>& arguments,
-                          const std::vector<std::string>& environment) {
+                          const std::vector<std::string>& environment, int viewLink) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
         Lost(std::string("No socket for LibreOffice: ") + std::strerror(errno));
     }
     socket_ = ends[0];
     SpawnSettings settings;
-    settings.PassOnly(ends[1]);
+    settings.PassOnly(ends[1], viewLink);
     pid_t process = -1;
     const int failed =
         posix_spawn(&process, arguments[0].c_str(), settings.files(), settings.attributes(),
@@ -185,7 +212,7 @@ bool OfficeProcess::Wait(short events, const Deadline& deadline) {
     const int ready = poll(watched, 2, time);
     if (ready < 0) return false;  // interrupted
     if ((watched[1].revents & POLLIN) != 0 && signals_.Take()) Lost("Interrupted.");
-    if (ready == 0) Lost("LibreOffice did not answer in time and was ended.");
+    if (ready == 0) throw TimeIsUp("LibreOffice did not answer in time and was ended.");
     return watched[0].revents != 0;
 }
 

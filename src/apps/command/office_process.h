@@ -28,10 +28,11 @@ struct OfficeTimes {
 class OfficeProcess {
 public:
     // Starts `program` (the folder of the office's program files) with
-    // `component`; returns when the component has answered. Throws CommandError
+    // `component`; returns when the component has answered. The process inherits
+    // `viewLink`, unless it is negative, as its descriptor 4. Throws CommandError
     // kHostLost.
     OfficeProcess(const std::filesystem::path& program, const std::filesystem::path& component,
-                  const OfficeTimes& times);
+                  const OfficeTimes& times, int viewLink = -1);
     ~OfficeProcess();
     OfficeProcess(const OfficeProcess&) = delete;
     OfficeProcess& operator=(const OfficeProcess&) = delete;
@@ -50,7 +51,7 @@ private:
     using Deadline = std::optional<Clock::time_point>;
 
     void Start(const std::vector<std::string>& arguments,
-               const std::vector<std::string>& environment);
+               const std::vector<std::string>& environment, int viewLink);
     void Send(const std::string& line, const Deadline& deadline);
     std::optional<std::string> Receive(const Deadline& deadline);  // nothing at the end
     bool Wait(short events, const Deadline& deadline);

@@ -17,4 +17,14 @@ namespace korvane::command {
 std::unique_ptr<Document> OpenWorkbook(
     const std::string& path, std::optional<std::chrono::milliseconds> cellTime = std::nullopt);
 
+// In place of the user's settings; nothing: these count.
+struct WindowModes {
+    std::optional<bool> bEveryFunction;
+    std::optional<bool> bPreciseCalc;
+};
+
+// Shows a cell of a workbook in a window and returns when all windows are
+// closed. Throws CommandError as OpenWorkbook and Document::Explore do.
+void ShowWorkbook(const std::string& path, const std::u16string& cell, const WindowModes& modes);
+
 }  // namespace korvane::command

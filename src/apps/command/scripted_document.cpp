@@ -9,6 +9,11 @@ namespace korvane::command {
 
 ExplorationReport ScriptedDocument::Explore(const std::u16string& cell, bool bEveryFunction,
                                             bool bPreciseCalc) {
+    Select(cell);
+    return ExploreActiveCell(bEveryFunction, bPreciseCalc);
+}
+
+void ScriptedDocument::Select(const std::u16string& cell) {
     const auto cells = host_.FindCells(cell);
     if (!cells) {
         throw CommandError(kNotFound, "no cell or name '" + ToUtf8(cell) +
@@ -19,7 +24,6 @@ ExplorationReport ScriptedDocument::Explore(const std::u16string& cell, bool bEv
     model.activeBook = cells->book;
     model.activeSheet = cells->sheet;
     model.activeCell = host_.selection = cells->area.FirstCell();
-    return ExploreActiveCell(bEveryFunction, bPreciseCalc);
 }
 
 std::vector<std::u16string> ScriptedDocument::FormulaCells() {

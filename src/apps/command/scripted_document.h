@@ -13,11 +13,14 @@ public:
     ExplorationReport Explore(const std::u16string& cell, bool bEveryFunction,
                               bool bPreciseCalc) override;
     std::vector<std::u16string> FormulaCells() override;
+    // Makes a cell the active one. Throws CommandError kNotFound.
+    void Select(const std::u16string& cell);
     // The document's own active cell.
     ExplorationReport ExploreActiveCell(bool bEveryFunction, bool bPreciseCalc);
 
     // The modes that the document asks for, where it does.
     const scripted::Model& model() { return host_.model(); }
+    scripted::ScriptedHost& host() { return host_; }
 
 private:
     scripted::ScriptedHost host_;

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -96,6 +97,12 @@ void StartConversation(const css::uno::Reference<css::uno::XComponentContext>& c
         }
         EndProcess();
     }).detach();
+}
+
+void RefuseConversation(const std::string& why) {
+    const nlohmann::ordered_json refusal{{"error", {{"message", why}}}};
+    Send(refusal.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+    EndProcess();
 }
 
 }  // namespace korvane::office

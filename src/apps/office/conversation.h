@@ -3,6 +3,7 @@
 #pragma once
 
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <string>
 
 namespace korvane::office {
 
@@ -12,5 +13,9 @@ namespace korvane::office {
 // given, whatever it is busy with.
 void StartConversation(
     const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
+
+// Tells the program instead why there will be no conversation, and ends this
+// process.
+[[noreturn]] void RefuseConversation(const std::string& why);
 
 }  // namespace korvane::office

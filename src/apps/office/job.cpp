@@ -4,6 +4,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
 #include <cppuhelper/supportsservice.hxx>
+#include <exception>
 
 #include "apps/office/conversation.h"
 #include "apps/office/quarantine.h"
@@ -24,6 +25,10 @@ public:
     execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
         try {
             CutOffNetwork();
+        } catch (const std::exception& error) {
+            RefuseConversation(error.what());
+        }
+        try {
             StartConversation(context_);
         } catch (...) {
             // Without a conversation the starting program gives up by itself.

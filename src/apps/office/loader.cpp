@@ -1,6 +1,7 @@
 #include "apps/office/loader.h"
 
 #include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/document/MacroExecMode.hpp>
 #include <com/sun/star/document/UpdateDocMode.hpp>
@@ -8,12 +9,20 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/task/DocumentMSPasswordRequest.hpp>
 #include <com/sun/star/task/DocumentPasswordRequest.hpp>
 #include <com/sun/star/task/XInteractionAbort.hpp>
 #include <com/sun/star/task/XInteractionApprove.hpp>
 #include <com/sun/star/task/XInteractionHandler.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/util/XModifiable2.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <fstream>
 #include <osl/file.hxx>
@@ -128,6 +137,38 @@ bool IsSeparatedText(const std::string& path) {
     return start.find('\0') == std::string::npos;
 }
 
+// Reads every formula's result: the office calculates those that it does not have.
+void ReadResults(const Reference<css::frame::XModel>& model) {
+    const Reference<css::container::XIndexAccess> sheets(
+        Reference<css::sheet::XSpreadsheetDocument>(model, UNO_QUERY_THROW)->getSheets(),
+        UNO_QUERY_THROW);
+    for (sal_Int32 k = 0; k < sheets->getCount(); ++k) {
+        Reference<css::sheet::XSpreadsheet> sheet;
+        sheets->getByIndex(k) >>= sheet;
+        const auto formulas = Reference<css::sheet::XCellRangesQuery>(sheet, UNO_QUERY_THROW)
+                                  ->queryContentCells(css::sheet::CellFlags::FORMULA);
+        for (const auto& part : formulas->getRangeAddresses()) {
+            const auto cells = sheet->getCellRangeByPosition(part.StartColumn, part.StartRow,
+                                                             part.EndColumn, part.EndRow);
+            Reference<css::sheet::XCellRangeData>(cells, UNO_QUERY_THROW)->getDataArray();
+        }
+    }
+}
+
+// In a workbook of manual calculation a formula whose result the file does not
+// hold would be worth 0 until it is written again, and to the office some
+// constants of Excel's are such formulas. What the file does hold stays.
+void CalculateWhatHasNoResult(const Reference<css::frame::XModel>& model) {
+    const Reference<css::sheet::XCalculatable> calculation(model, UNO_QUERY_THROW);
+    if (calculation->isAutomaticCalculationEnabled()) return;
+    const Reference<css::util::XModifiable2> modifiable(model, UNO_QUERY_THROW);
+    const bool wasEnabled = modifiable->disableSetModified();
+    calculation->enableAutomaticCalculation(true);
+    ReadResults(model);
+    calculation->enableAutomaticCalculation(false);
+    if (wasEnabled) modifiable->enableSetModified();
+}
+
 }  // namespace
 
 Reference<css::frame::XModel> OpenWorkbook(const Context& context, const std::string& path) {
@@ -155,7 +196,8 @@ Reference<css::frame::XModel> OpenWorkbook(const Context& context, const std::st
                      Reference<css::task::XInteractionHandler>(refuse.get())),
         };
         if (isText) {
-            // Comma, quotes, UTF-8, from line 1, no formulas out of texts.
+            // Comma, quotes, UTF-8, from line 1. As in Excel, what begins with "=" is
+            // a formula all the same.
             how.push_back(Property(u"FilterOptions",
                                    ToOUString(u"44,34,76,1,,0,false,true,false,false,false,-1")));
         }
@@ -171,6 +213,7 @@ Reference<css::frame::XModel> OpenWorkbook(const Context& context, const std::st
             Reference<css::util::XCloseable>(model, UNO_QUERY_THROW)->close(true);
             fail("is not a workbook");
         }
+        CalculateWhatHasNoResult(model);
         return model;
     } catch (const css::uno::Exception&) {
         fail("cannot be read: it is damaged, or no workbook");

@@ -10,6 +10,9 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstring>
+#include <stdexcept>
+#include <string>
 
 namespace korvane::office {
 namespace {
@@ -30,10 +33,14 @@ constexpr sock_filter Jump(unsigned value, unsigned char whenEqual, unsigned cha
     return {BPF_JMP | BPF_JEQ | BPF_K, whenEqual, otherwise, value};
 }
 
+[[noreturn]] void Refuse(const std::string& why) {
+    throw std::runtime_error("LibreOffice could not be cut off from the network: " + why);
+}
+
 }  // namespace
 
-void CutOffNetwork() noexcept {
-    if (kArchitecture == 0) return;
+void CutOffNetwork() {
+    if (kArchitecture == 0) Refuse("no filter for this kind of processor");
     // socket() of any family but AF_UNIX is refused; everything else is as ever.
     sock_filter filter[] = {
         Statement(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
@@ -46,8 +53,12 @@ void CutOffNetwork() noexcept {
         Statement(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
     };
     const sock_fprog program{sizeof filter / sizeof filter[0], filter};
-    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return;
-    syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program);
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) Refuse(std::strerror(errno));
+    // A positive answer names a thread that could not be given the filter.
+    const long failed =
+        syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program);
+    if (failed < 0) Refuse(std::strerror(errno));
+    if (failed > 0) Refuse("thread " + std::to_string(failed) + " has a filter of its own");
 }
 
 }  // namespace korvane::office

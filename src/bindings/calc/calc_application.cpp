@@ -26,7 +26,8 @@ using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 
 CalcApplication::CalcApplication(const Reference<css::uno::XComponentContext>& context,
-                                 const Reference<css::frame::XModel>& model) {
+                                 const Reference<css::frame::XModel>& model, AddinFile addin)
+    : addin_(std::move(addin)) {
     Translated([&] {
         const Reference<css::lang::XServiceInfo> info(model, UNO_QUERY_THROW);
         if (!info->supportsService(ToOUString(u"com.sun.star.sheet.SpreadsheetDocument"))) {
@@ -67,9 +68,8 @@ void CalcApplication::SetStatusBar(const Value& /*text*/) {}
 
 void CalcApplication::SetCursor(int /*cursor*/) {}
 
-void CalcApplication::SetEnableEvents(bool /*enable*/) {
-    FailWithoutWindow(u"Application.EnableEvents");
-}
+// No code of a workbook ever runs here, on events or otherwise.
+void CalcApplication::SetEnableEvents(bool /*enable*/) {}
 
 bool CalcApplication::ScreenUpdating() { return screenUpdating_; }
 
@@ -110,7 +110,11 @@ korvane::Value CalcApplication::Evaluate(const std::u16string& expression) {
     });
 }
 
-ObjectPtr CalcApplication::Selection() { return ActiveCell(); }
+ObjectPtr CalcApplication::Selection() {
+    return Ask(document_, [&]() -> ObjectPtr {
+        return CalcRange::Make(document_, document_->ActiveCell().Sheet, document_->Selection());
+    });
+}
 
 host::RangePtr CalcApplication::ActiveCell() {
     return Ask(document_, [&] {
@@ -120,12 +124,11 @@ host::RangePtr CalcApplication::ActiveCell() {
     });
 }
 
-host::CommandBarsPtr CalcApplication::CommandBars() {
-    FailWithoutWindow(u"Application.CommandBars");
-}
+host::CommandBarsPtr CalcApplication::CommandBars() { return nullptr; }
 
 host::WorkbookPtr CalcApplication::ThisWorkbook() {
-    FailWithoutWindow(u"Application.ThisWorkbook");
+    if (addin_.name.empty()) throw Error(kErrorApplication, u"The add-in has no workbook here");
+    return std::make_shared<AddinWorkbook>(addin_);
 }
 
 void CalcApplication::OnKey(const std::u16string& /*key*/, const std::u16string& /*procedure*/) {
@@ -144,8 +147,9 @@ std::u16string CalcApplication::DateText(double serial) {
     return Translated([&] { return calc::DateText(document_->context(), serial); });
 }
 
+// Without windows none of them is ever activated.
 host::SubscriptionPtr CalcApplication::Connect(host::ApplicationEvents& /*sink*/) {
-    FailWithoutWindow(u"Application.WindowActivate");
+    return std::make_unique<host::Subscription>();
 }
 
 host::RangePtr CalcApplication::FindCell(const std::u16string& text) {

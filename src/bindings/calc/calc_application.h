@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "bindings/calc/addin_workbook.h"
 #include "bindings/calc/calc_document.h"
 #include "host/application.h"
 
@@ -18,10 +19,11 @@ class Evaluator;
 class CalcApplication : public host::Application {
 public:
     // `model` is the spreadsheet document that is active. Throws korvane::Error
-    // when it is none.
+    // when it is none. `addin` is what ThisWorkbook answers; it raises without.
     CalcApplication(
         const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
-        const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
+        const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+        AddinFile addin = {});
     ~CalcApplication() override;
 
     std::u16string Version() override;
@@ -54,6 +56,7 @@ public:
     const DocumentPtr& document() const { return document_; }
 
 private:
+    AddinFile addin_;
     DocumentPtr document_;
     std::unique_ptr<Evaluator> evaluator_;
     std::optional<int> calculation_;  // as it was set

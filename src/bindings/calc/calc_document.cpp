@@ -3,16 +3,20 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/lang/XEventListener.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/Date.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <osl/file.hxx>
 #include <utility>
 
 #include "base/text.h"
+#include "bindings/calc/dates.h"
 #include "bindings/calc/errors.h"
 #include "bindings/calc/formula_text.h"
 #include "bindings/calc/kept_cell.h"
@@ -74,9 +78,13 @@ CalcDocument::CalcDocument(const Reference<css::uno::XComponentContext>& context
     sheets_ = Reference<css::sheet::XSpreadsheetDocument>(model_, UNO_QUERY_THROW)->getSheets();
     formats_ =
         Reference<css::util::XNumberFormatsSupplier>(model_, UNO_QUERY_THROW)->getNumberFormats();
+    properties_.set(model_, UNO_QUERY_THROW);
+    modifiable_.set(model_, UNO_QUERY_THROW);
+    undoManager_ =
+        Reference<css::document::XUndoManagerSupplier>(model_, UNO_QUERY_THROW)->getUndoManager();
+    undoSteps_ = calc::UndoSteps(context_);
     css::util::Date dayZero;
-    Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)
-        ->getPropertyValue(ToOUString(u"NullDate")) >>= dayZero;
+    properties_->getPropertyValue(ToOUString(u"NullDate")) >>= dayZero;
     dateOffset_ = DaysFromHostDayZero(dayZero);
     formulas_ = std::make_unique<FormulaText>(model_, FileName());
     kept_ = std::make_unique<KeptCell>();
@@ -116,13 +124,13 @@ std::u16string CalcDocument::SheetName(int index) const {
     return ToText(Reference<css::container::XNamed>(Sheet(index), UNO_QUERY_THROW)->getName());
 }
 
+// The office itself compares the names: it knows the case of every letter.
 std::optional<int> CalcDocument::FindSheet(std::u16string_view name) const {
-    const css::uno::Sequence<rtl::OUString> names = sheets_->getElementNames();
     const rtl::OUString wanted = ToOUString(name);
-    for (sal_Int32 k = 0; k < names.getLength(); ++k) {
-        if (names[k].equalsIgnoreAsciiCase(wanted)) return k;
-    }
-    return std::nullopt;
+    if (!sheets_->hasByName(wanted)) return std::nullopt;
+    Reference<css::sheet::XCellRangeAddressable> sheet;
+    sheets_->getByName(wanted) >>= sheet;
+    return sheet.is() ? std::optional<int>(sheet->getRangeAddress().Sheet) : std::nullopt;
 }
 
 CellRangeRef CalcDocument::Cells(int sheet, const Area& area) const {
@@ -133,8 +141,13 @@ CellRangeRef CalcDocument::Cells(int sheet, const Area& area) const {
 CalcDocument::NumberKind CalcDocument::KindOfFormat(sal_Int32 key) const {
     if (const auto known = kinds_.find(key); known != kinds_.end()) return known->second;
     sal_Int16 type = 0;
-    formats_->getByKey(key)->getPropertyValue(ToOUString(u"Type")) >>= type;
-    NumberKind kind = NumberKind::kNumber;
+    css::lang::Locale locale;
+    const auto format = formats_->getByKey(key);
+    format->getPropertyValue(ToOUString(u"Type")) >>= type;
+    format->getPropertyValue(ToOUString(u"Locale")) >>= locale;
+    const Reference<css::util::XNumberFormatTypes> types(formats_, UNO_QUERY_THROW);
+    NumberKind kind =
+        types->getStandardIndex(locale) == key ? NumberKind::kGeneral : NumberKind::kNumber;
     if ((type & css::util::NumberFormat::DATE) != 0) kind = NumberKind::kDate;
     if ((type & css::util::NumberFormat::LOGICAL) != 0) kind = NumberKind::kBoolean;
     kinds_.emplace(key, kind);
@@ -144,6 +157,12 @@ CalcDocument::NumberKind CalcDocument::KindOfFormat(sal_Int32 key) const {
 CellAddress CalcDocument::ActiveCell() const {
     if (active_) return *active_;
     return ActiveCellOfView(controller()).value_or(CellAddress(0, 0, 0));
+}
+
+Area CalcDocument::Selection() const {
+    if (selected_) return *selected_;
+    const CellAddress cell = ActiveCell();
+    return {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1};
 }
 
 }  // namespace korvane::calc

@@ -1,6 +1,8 @@
 // One open spreadsheet document, shared by all handles that lead into it.
 #pragma once
 
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -8,6 +10,7 @@
 #include <com/sun/star/table/CellAddress.hpp>
 #include <com/sun/star/table/XCellRange.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <com/sun/star/util/XModifiable2.hpp>
 #include <com/sun/star/util/XNumberFormats.hpp>
 #include <map>
 #include <memory>
@@ -48,6 +51,19 @@ public:
     const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model() const {
         return model_;
     }
+    // What every write asks of the model.
+    const com::sun::star::uno::Reference<com::sun::star::beans::XPropertySet>& properties() const {
+        return properties_;
+    }
+    const com::sun::star::uno::Reference<com::sun::star::util::XModifiable2>& modifiable() const {
+        return modifiable_;
+    }
+    const com::sun::star::uno::Reference<com::sun::star::document::XUndoManager>& undoManager()
+        const {
+        return undoManager_;
+    }
+    // How many steps the undo list holds at most, those to be redone among them.
+    sal_Int32 UndoSteps() const { return undoSteps_; }
     // The frame's controller, null when the document has none.
     com::sun::star::uno::Reference<com::sun::star::frame::XController> controller() const;
 
@@ -63,7 +79,7 @@ public:
     CellRangeRef Cells(int sheet, const Area& area) const;
 
     // What the document's number format says of a number.
-    enum class NumberKind { kNumber, kDate, kBoolean };
+    enum class NumberKind { kGeneral, kNumber, kDate, kBoolean };
     NumberKind KindOfFormat(sal_Int32 key) const;
     // Days between the document's day 0 and 30 December 1899.
     double DateOffset() const { return dateOffset_; }
@@ -74,8 +90,15 @@ public:
 
     // The active cell: what sheet-less references and relative names are read
     // from. Kept here, because a cell of a hidden sheet cannot be selected.
-    void SetActiveCell(const CellAddress& cell) { active_ = cell; }
+    void SetActiveCell(const CellAddress& cell) {
+        active_ = cell;
+        selected_.reset();
+    }
     CellAddress ActiveCell() const;
+    // Selects cells of the active cell's sheet: the next active cell takes them
+    // off. Without any the active cell alone is selected.
+    void SetSelection(const Area& cells) { selected_ = cells; }
+    Area Selection() const;
 
 private:
     struct Life;  // outlives the document as long as the office refers to it
@@ -84,9 +107,14 @@ private:
     com::sun::star::uno::Reference<com::sun::star::frame::XModel> model_;
     com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheets> sheets_;
     com::sun::star::uno::Reference<com::sun::star::util::XNumberFormats> formats_;
+    com::sun::star::uno::Reference<com::sun::star::beans::XPropertySet> properties_;
+    com::sun::star::uno::Reference<com::sun::star::util::XModifiable2> modifiable_;
+    com::sun::star::uno::Reference<com::sun::star::document::XUndoManager> undoManager_;
+    sal_Int32 undoSteps_ = 0;
     std::shared_ptr<Life> life_;
     double dateOffset_ = 0;
     std::optional<CellAddress> active_;
+    std::optional<Area> selected_;
     std::unique_ptr<FormulaText> formulas_;
     std::unique_ptr<KeptCell> kept_;
     mutable std::map<sal_Int32, NumberKind> kinds_;

@@ -47,7 +47,7 @@ void CalcInterior::SetFill(sal_Int32 fill) {
     if (Reference<css::util::XProtectable>(sheet, UNO_QUERY_THROW)->isProtected()) {
         Fail(u"The sheet is protected");
     }
-    Silence silence(document_->model());
+    Silence silence(*document_);
     silence.BeforeWrite();
     css::uno::Any value;
     value <<= fill;

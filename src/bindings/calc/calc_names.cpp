@@ -33,6 +33,10 @@ std::u16string SheetNameOf(const SheetRef& sheet) {
     return ToText(Reference<css::container::XNamed>(sheet, UNO_QUERY_THROW)->getName());
 }
 
+bool IsOwnBook(const CalcDocument& document, std::u16string_view book) {
+    return book.empty() || EqualIgnoringCase(book, document.FileName());
+}
+
 bool IsSame(const css::table::CellRangeAddress& a, const css::table::CellRangeAddress& b) {
     return a.Sheet == b.Sheet && a.StartRow == b.StartRow && a.EndRow == b.EndRow &&
            a.StartColumn == b.StartColumn && a.EndColumn == b.EndColumn;
@@ -71,17 +75,20 @@ std::u16string CalcName::RefersTo() {
 
 host::NamePtr CalcNames::Item(std::u16string_view text) {
     return Ask(document_, [&]() -> host::NamePtr {
-        std::u16string_view wanted = text;
-        std::optional<std::u16string> sheet;
-        if (sheet_.is()) sheet = SheetNameOf(sheet_);
-        if (sheet && text.find(u'!') != std::u16string_view::npos) {
+        SheetRef sheet = sheet_;
+        std::u16string wanted(text);
+        // A sheet's own name is also found through the workbook, by its sheet.
+        if (text.find(u'!') != std::u16string_view::npos) {
             const auto parts = SplitReference(text);
-            if (!parts || !EqualIgnoringCase(parts->sheet, *sheet)) return nullptr;
-            wanted = AfterLast(text, u'!');
+            const auto found = parts ? document_->FindSheet(parts->sheet) : std::nullopt;
+            if (!found || !IsOwnBook(*document_, parts->book)) return nullptr;
+            const SheetRef named = document_->Sheet(*found);
+            if (sheet.is() && SheetNameOf(sheet) != SheetNameOf(named)) return nullptr;
+            sheet = named;
+            wanted = parts->rest;
         }
-        const NamesRef names = sheet_.is()
-                                   ? NamesOf(sheet_)
-                                   : NamesOf(Reference<css::uno::XInterface>(document_->model()));
+        const NamesRef names =
+            NamesOf(sheet.is() ? Reference<css::uno::XInterface>(sheet) : document_->model());
         const rtl::OUString key = ToOUString(wanted);
         if (!names.is() || !names->hasByName(key)) return nullptr;
         // Asked for in another case, the office would answer with that spelling.
@@ -91,17 +98,23 @@ host::NamePtr CalcNames::Item(std::u16string_view text) {
         }
         CalcName::NamedRef name;
         names->getByName(spelled) >>= name;
-        return std::make_shared<CalcName>(document_, name, sheet);
+        std::optional<std::u16string> owner;
+        if (sheet.is()) owner = SheetNameOf(sheet);
+        return std::make_shared<CalcName>(document_, name, owner);
     });
 }
 
 CalcName::NamedRef FindNamedRange(const CalcDocument& document, int sheet,
                                   std::u16string_view name) {
-    const rtl::OUString key = ToOUString(name);
     CalcName::NamedRef found;
-    for (const NamesRef& names : {NamesOf(document.Sheet(sheet)), NamesOf(document.model())}) {
-        if (!found.is() && names.is() && names->hasByName(key)) names->getByName(key) >>= found;
+    // A number or a cell cannot be a name: most words of a formula need no question.
+    if (name.empty() || (name.front() >= u'0' && name.front() <= u'9') || ParseArea(name)) {
+        return found;
     }
+    const rtl::OUString key = ToOUString(name);
+    NamesRef names = NamesOf(document.Sheet(sheet));
+    if (!names.is() || !names->hasByName(key)) names = NamesOf(document.model());
+    if (names.is() && names->hasByName(key)) names->getByName(key) >>= found;
     return found;
 }
 

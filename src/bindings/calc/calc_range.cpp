@@ -3,13 +3,17 @@
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/FormulaResult.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
+#include <com/sun/star/table/CellContentType.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "bindings/calc/calc_interior.h"
@@ -17,6 +21,7 @@
 #include "bindings/calc/calc_sheets.h"
 #include "bindings/calc/cell_values.h"
 #include "bindings/calc/errors.h"
+#include "bindings/calc/excel_text.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -36,6 +41,36 @@ bool IsVisible(const CalcDocument& document, int sheet) {
     Reference<css::beans::XPropertySet>(document.Sheet(sheet), UNO_QUERY_THROW)
         ->getPropertyValue(ToOUString(u"IsVisible")) >>= visible;
     return visible;
+}
+
+bool IsScientific(const CalcDocument& document, sal_Int32 format) {
+    sal_Int16 type = 0;
+    Reference<css::util::XNumberFormatsSupplier>(document.model(), UNO_QUERY_THROW)
+        ->getNumberFormats()
+        ->getByKey(format)
+        ->getPropertyValue(ToOUString(u"Type")) >>= type;
+    return (type & css::util::NumberFormat::SCIENTIFIC) != 0;
+}
+
+// Where a number's format does not say how, Calc writes three digits of an
+// exponent and Excel two.
+std::u16string TextOf(const CalcDocument& document, const Reference<css::table::XCell>& cell) {
+    std::u16string text = DisplayedText(cell);
+    if (text.find(u'E') == std::u16string::npos ||
+        text.find_first_not_of(u"-0123456789.E+") != std::u16string::npos) {
+        return text;
+    }
+    const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
+    sal_Int32 result = css::sheet::FormulaResult::VALUE;
+    sal_Int32 format = 0;
+    if (cell->getType() == css::table::CellContentType_TEXT) return text;
+    if (cell->getType() == css::table::CellContentType_FORMULA) {
+        properties->getPropertyValue(ToOUString(u"FormulaResultType2")) >>= result;
+    }
+    properties->getPropertyValue(ToOUString(u"NumberFormat")) >>= format;
+    const bool isWritten =
+        result != css::sheet::FormulaResult::VALUE || IsScientific(document, format);
+    return isWritten ? text : ShownText(text);
 }
 
 }  // namespace
@@ -108,7 +143,7 @@ korvane::Value CalcRange::Text() {
     return Ask(document_, [&]() -> korvane::Value {
         const Area area = AreaOf();
         const auto first = FirstCell();
-        const std::u16string text = DisplayedText(first);
+        const std::u16string text = TextOf(*document_, first);
         // Calc displays some errors by number ("Err:502").
         const auto error = HostError(first->getError());
         const korvane::Value shown = error ? korvane::Value(*error) : korvane::Value(text);
@@ -225,6 +260,7 @@ void CalcRange::Activate() {
 void CalcRange::GoTo(bool selectAll) {
     const CellAddress first = FirstAddress();
     document_->SetActiveCell(first);
+    if (selectAll) document_->SetSelection(AreaOf());
     const auto controller = document_->controller();
     const Reference<css::sheet::XSpreadsheetView> view(controller, UNO_QUERY);
     const Reference<css::view::XSelectionSupplier> selection(controller, UNO_QUERY);

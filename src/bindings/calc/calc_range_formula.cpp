@@ -15,6 +15,7 @@
 #include "bindings/calc/calc_range.h"
 #include "bindings/calc/cell_values.h"
 #include "bindings/calc/errors.h"
+#include "bindings/calc/formula_cells.h"
 #include "bindings/calc/formula_text.h"
 #include "bindings/calc/kept_cell.h"
 #include "bindings/calc/silence.h"
@@ -73,7 +74,7 @@ std::u16string CalcRange::ShownFormula(sal_Int32 column, sal_Int32 row) const {
     CellRef cell = cells_->getCellByPosition(column, row);
     switch (cell->getType()) {
         case css::table::CellContentType_EMPTY: return {};
-        case css::table::CellContentType_TEXT: return DisplayedText(cell);
+        case css::table::CellContentType_TEXT: return TextIn(cell);
         case css::table::CellContentType_VALUE: {
             const korvane::Value value = ValueOf(*document_, cell);
             if (const auto* flag = value.Boolean()) return *flag ? u"TRUE" : u"FALSE";
@@ -96,7 +97,8 @@ std::u16string CalcRange::ShownFormula(sal_Int32 column, sal_Int32 row) const {
     } else {
         tokens = Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->getTokens();
     }
-    return u"=" + document_->formulas().Print(tokens, at, ToText(cell->getFormula()));
+    std::u16string text = document_->formulas().Print(tokens, at, ToText(cell->getFormula()));
+    return !block.is() && IsConstantOfExcel(*document_, tokens) ? text : u"=" + text;
 }
 
 korvane::Value CalcRange::Formula() {
@@ -168,7 +170,7 @@ void CalcRange::Write(const std::u16string& formula, bool asArray) {
     const CellRef cell = FirstCell();
     KeptCell& kept = document_->kept();
     const OpCodes& codes = document_->formulas().codes();
-    Silence silence(document_->model());
+    Silence silence(*document_);
     const AutomaticCalculation automatic(*document_);
     if (kept.Holds(at, formula)) {
         kept.PutBack(cell, silence, codes);

@@ -2,6 +2,7 @@
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/sheet/FormulaResult.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/table/CellContentType.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 
@@ -23,8 +24,9 @@ sal_Int32 Property(const Reference<css::table::XCell>& cell, const char16_t* nam
     return value;
 }
 
-// A formula's Boolean in a cell without a format of its own: only the display
-// knows. The office writes both words in capitals, in its own language.
+// A formula's Boolean in a cell of the general format: only the display knows.
+// The office writes both words in capitals, in its own language. In a cell with
+// another format nothing knows: there a word may be the format's own.
 bool IsDisplayedAsWord(const Reference<css::table::XCell>& cell) {
     const std::u16string text = DisplayedText(cell);
     for (const char16_t ch : text) {
@@ -38,12 +40,14 @@ Value FormulaResult(const CalcDocument& document, const Reference<css::table::XC
     const double number = cell->getValue();  // calculates what is not up to date
     if (const auto error = HostError(cell->getError())) return Value(*error);
     if (Property(cell, u"FormulaResultType2") == css::sheet::FormulaResult::STRING) {
-        return Value(ToText(Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->getString()));
+        return Value(TextIn(cell));
     }
     if (number == 0 || number == 1) {
         const auto kind = document.KindOfFormat(Property(cell, u"NumberFormat"));
-        if (kind == CalcDocument::NumberKind::kBoolean || IsDisplayedAsWord(cell))
+        if (kind == CalcDocument::NumberKind::kBoolean ||
+            (kind == CalcDocument::NumberKind::kGeneral && IsDisplayedAsWord(cell))) {
             return Value(number != 0);
+        }
     }
     if (withFormat &&
         document.KindOfFormat(Property(cell, u"NumberFormat")) == CalcDocument::NumberKind::kDate) {
@@ -54,6 +58,12 @@ Value FormulaResult(const CalcDocument& document, const Reference<css::table::XC
 
 }  // namespace
 
+std::u16string TextIn(const Reference<css::table::XCell>& cell) {
+    rtl::OUString text;
+    Reference<css::sheet::XCellRangeData>(cell, UNO_QUERY_THROW)->getDataArray()[0][0] >>= text;
+    return ToText(text);
+}
+
 std::u16string DisplayedText(const Reference<css::table::XCell>& cell) {
     return ToText(Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->getString());
 }
@@ -61,7 +71,7 @@ std::u16string DisplayedText(const Reference<css::table::XCell>& cell) {
 Value ValueOf(const CalcDocument& document, const Reference<css::table::XCell>& cell) {
     switch (cell->getType()) {
         case css::table::CellContentType_EMPTY: return Value();
-        case css::table::CellContentType_TEXT: return Value(DisplayedText(cell));
+        case css::table::CellContentType_TEXT: return Value(TextIn(cell));
         case css::table::CellContentType_VALUE: {
             const double number = cell->getValue();
             switch (document.KindOfFormat(Property(cell, u"NumberFormat"))) {
@@ -70,6 +80,7 @@ Value ValueOf(const CalcDocument& document, const Reference<css::table::XCell>& 
                 case CalcDocument::NumberKind::kBoolean:
                     if (number == 0 || number == 1) return Value(number != 0);
                     break;
+                case CalcDocument::NumberKind::kGeneral:
                 case CalcDocument::NumberKind::kNumber: break;
             }
             return Value(number);

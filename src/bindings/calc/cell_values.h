@@ -18,6 +18,9 @@ Value ValueOf(const CalcDocument& document,
 Value ResultOf(const CalcDocument& document,
                const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell);
 
+// The text in a cell, whose content or result is one, without its number format.
+std::u16string TextIn(const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell);
+
 // What the cell displays.
 std::u16string DisplayedText(
     const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell);

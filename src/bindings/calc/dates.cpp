@@ -22,7 +22,8 @@ using Context = Reference<css::uno::XComponentContext>;
 
 namespace {
 
-rtl::OUString Setting(const Context& context, const char16_t* node, const char16_t* name) {
+template <class T>
+T Setting(const Context& context, const char16_t* node, const char16_t* name) {
     css::beans::PropertyValue path;
     path.Name = ToOUString(u"nodepath");
     path.Value <<= ToOUString(node);
@@ -33,7 +34,7 @@ rtl::OUString Setting(const Context& context, const char16_t* node, const char16
             ToOUString(u"com.sun.star.configuration.ConfigurationAccess"),
             css::uno::Sequence<css::uno::Any>(&argument, 1)),
         UNO_QUERY_THROW);
-    rtl::OUString value;
+    T value{};
     settings->getPropertyValue(ToOUString(name)) >>= value;
     return value;
 }
@@ -41,8 +42,8 @@ rtl::OUString Setting(const Context& context, const char16_t* node, const char16
 // The user's language for numbers and dates; empty means the system's, which the
 // office knows.
 css::lang::Locale UserLocale(const Context& context) {
-    const std::u16string tag =
-        ToText(Setting(context, u"/org.openoffice.Setup/L10N", u"ooSetupSystemLocale"));
+    const std::u16string tag = ToText(
+        Setting<rtl::OUString>(context, u"/org.openoffice.Setup/L10N", u"ooSetupSystemLocale"));
     const auto dash = tag.find(u'-');
     css::lang::Locale locale;
     locale.Language = ToOUString(tag.substr(0, dash));
@@ -76,7 +77,12 @@ std::u16string DecimalSeparator(const Context& context) {
 }
 
 std::u16string OfficeVersion(const Context& context) {
-    return ToText(Setting(context, u"/org.openoffice.Setup/Product", u"ooSetupVersion"));
+    return ToText(
+        Setting<rtl::OUString>(context, u"/org.openoffice.Setup/Product", u"ooSetupVersion"));
+}
+
+sal_Int32 UndoSteps(const Context& context) {
+    return Setting<sal_Int32>(context, u"/org.openoffice.Office.Common/Undo", u"Steps");
 }
 
 }  // namespace korvane::calc

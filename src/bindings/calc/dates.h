@@ -1,4 +1,4 @@
-// Dates and numbers as the office's user sees them.
+// Dates and numbers as the office's user sees them, and the office's settings.
 #pragma once
 
 #include <com/sun/star/uno/XComponentContext.hpp>
@@ -14,6 +14,10 @@ std::u16string DateText(
 
 // The mark between whole number and fraction in the user's language.
 std::u16string DecimalSeparator(
+    const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
+
+// How many steps the office keeps in an undo list; 0 when it keeps none.
+sal_Int32 UndoSteps(
     const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context);
 
 // The office's version, such as "7.4".

@@ -8,7 +8,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "bindings/calc/cell_values.h"
-#include "bindings/calc/name_expansion.h"
+#include "bindings/calc/errors.h"
+#include "bindings/calc/r1c1.h"
 #include "bindings/calc/table_references.h"
 #include "bindings/calc/uno_text.h"
 
@@ -22,11 +23,22 @@ namespace {
 
 // The name that stands in a frame for the expression put there.
 constexpr std::u16string_view kHole = u"korvane_hole";
+// How often computed references are made way for; behind a place there can be
+// another that is computed otherwise.
+constexpr int kMostMoves = 4;
+
+Tokens Part(const Tokens& tokens, sal_Int32 first, sal_Int32 last) {
+    return Tokens(tokens.begin() + first, last - first);
+}
 
 }  // namespace
 
 Evaluator::Evaluator(CalcDocument& document)
-    : document_(document), shape_(document.formulas().codes()) {
+    : document_(document),
+      changes_(document.model()),
+      free_(document, changes_),
+      names_(document, changes_),
+      shape_(document.formulas().codes()) {
     // Only about the cells, never their values: those of a reference to whole
     // columns would be read one by one.
     referenceFrames_ = {Frame(u"IFERROR(CELL(\"SHEET\",korvane_hole),0)"),
@@ -34,6 +46,7 @@ Evaluator::Evaluator(CalcDocument& document)
                         Frame(u"IFERROR(CELL(\"COL\",korvane_hole),0)"),
                         Frame(u"IFERROR(ROWS(korvane_hole),1)"),
                         Frame(u"IFERROR(COLUMNS(korvane_hole),1)")};
+    sheetsFrame_ = Frame(u"IFERROR(SHEETS(korvane_hole),1)");
     sizeFrames_ = {referenceFrames_[3], referenceFrames_[4]};
     chooseFive_ = Frame(
         u"CHOOSE({1,2,3,4,5},korvane_hole,korvane_hole,korvane_hole,korvane_hole,korvane_hole)");
@@ -72,22 +85,120 @@ Evaluator::Result Evaluator::Evaluate(const std::u16string& expression) {
         if (EqualIgnoringCase(name, ErrorName(code))) return {std::nullopt, Value(code)};
     }
     const CellAddress active = document_.ActiveCell();
-    Scratch scratch(document_, active.Sheet);
-    const ExpandedNames expanded =
-        ExpandNames(document_, WithoutTableReferences(document_, expression));
+    const ExpandedNames expanded = names_.Expand(WithoutTableReferences(document_, expression));
     if (expanded.outside) return {std::nullopt, Value(ErrorCode::kRef)};
     Tokens tokens;
-    switch (document_.formulas().Read(expanded.text, scratch.at(), tokens)) {
+    switch (document_.formulas().Read(expanded.text, active, tokens)) {
         case FormulaText::Reading::kMalformed: return {std::nullopt, Value(ErrorCode::kValue)};
         case FormulaText::Reading::kOutside: return {std::nullopt, Value(ErrorCode::kRef)};
         case FormulaText::Reading::kReady: break;
     }
-    if (const auto place = shape_.PlainReference(tokens, scratch.at())) return {place, Value()};
-    return EvaluateTokens(shape_.Settled(tokens, scratch.at(), active), scratch);
+    if (const auto place = shape_.PlainReference(tokens, active)) return {place, Value()};
+    if (auto constant = shape_.PlainConstant(tokens)) return {std::nullopt, *std::move(constant)};
+    tokens = shape_.Settled(tokens, active);
+    std::vector<Block> taken;
+    for (const Token& token : tokens) {
+        if (const auto block = BlockOf(token, active)) taken.push_back(*block);
+    }
+    for (int move = 0;; ++move) {
+        Scratch scratch(document_, FreePlace(tokens, taken));
+        const Tokens ready = WithFixedTexts(tokens, scratch);
+        if (move < kMostMoves && AddComputed(ready, scratch, taken)) continue;
+        return EvaluateTokens(ready, scratch);
+    }
+}
+
+// A text without a sheet means, to INDIRECT, the sheet that the formula stands on.
+// Everything else has been settled and can be evaluated on any sheet.
+CellAddress Evaluator::FreePlace(const Tokens& tokens, const std::vector<Block>& taken) {
+    const int active = document_.ActiveCell().Sheet;
+    if (const auto place = free_.Find(active, taken)) return *place;
+    const bool isBound = !shape_.IndirectCalls(tokens).empty();
+    const int sheets = isBound ? 0 : document_.SheetCount();
+    for (int sheet = 0; sheet < sheets; ++sheet) {
+        const auto place = free_.Find(sheet, taken);
+        if (place) return *place;
+    }
+    // Formulas refer to every cell: they will be calculated with what is written
+    // here, and again behind it. A text that itself means all cells counts its own.
+    if (const auto place = free_.FindEmpty(active)) return *place;
+    for (int sheet = 0; sheet < sheets; ++sheet) {
+        if (const auto place = free_.FindEmpty(sheet)) return *place;
+    }
+    Fail(u"There are no empty cells to evaluate in");
+}
+
+bool Evaluator::AddComputed(const Tokens& tokens, Scratch& scratch,
+                            std::vector<Block>& taken) const {
+    bool added = false;
+    for (const auto& call : shape_.ReferringCalls(tokens)) {
+        const sal_Int32 length = call.close - call.first + 1;
+        if (length == tokens.getLength()) continue;  // only its place will be asked for
+        const auto place = AskForReference(Part(tokens, call.first, call.close + 1), scratch);
+        if (!place) continue;
+        const Block block{place->sheet, place->sheet, place->area};
+        if (!scratch.Touches(block)) continue;
+        taken.push_back(block);
+        added = true;
+    }
+    return added;
+}
+
+// From behind: an inner call is fixed before the one that it stands in.
+Tokens Evaluator::WithFixedTexts(const Tokens& tokens, Scratch& scratch) const {
+    Tokens out(tokens);
+    const auto calls = shape_.IndirectCalls(tokens);
+    for (auto last = calls.rbegin(); last != calls.rend(); ++last) {
+        // What stood behind it may be shorter now.
+        const auto now = shape_.IndirectCalls(out);
+        const auto call = std::find_if(now.begin(), now.end(), [&](const TokenShape::Call& other) {
+            return other.first == last->first;
+        });
+        if (call == now.end()) continue;
+        const auto text = FixedText(out, *call, scratch);
+        if (!text) continue;
+        Token token(document_.formulas().codes().push, css::uno::Any());
+        token.Data <<= ToOUString(*text);
+        std::vector<Token> all(out.begin(), out.begin() + call->first + 2);
+        all.push_back(token);
+        all.insert(all.end(), out.begin() + call->separators[0], out.end());
+        out = Tokens(all.data(), static_cast<sal_Int32>(all.size()));
+    }
+    return out;
+}
+
+std::optional<std::u16string> Evaluator::FixedText(const Tokens& tokens,
+                                                   const TokenShape::Call& indirect,
+                                                   Scratch& scratch) const {
+    if (indirect.separators.size() != 1) return std::nullopt;
+    const Tokens text = Part(tokens, indirect.first + 2, indirect.separators[0]);
+    const Tokens style = Part(tokens, indirect.separators[0] + 1, indirect.close);
+    if (!shape_.IsNeverArray(text)) return std::nullopt;
+    const auto value = [&](const Tokens& part) {
+        auto constant = shape_.PlainConstant(part);
+        return constant ? *constant : AskForValue(part, scratch);
+    };
+    // The A1 style has nothing relative.
+    const bool isMissing =
+        style.getLength() == 1 && style[0].OpCode == document_.formulas().codes().missing;
+    if (!isMissing && style.getLength() > 0) {
+        const Value said = value(style);
+        const bool isA1 = said.Boolean() ? *said.Boolean() : said.Number() && *said.Number() != 0;
+        if (isA1 || (!said.Boolean() && !said.Number())) return std::nullopt;
+    }
+    const Value said = value(text);
+    if (!said.Text()) return std::nullopt;
+    const CellAddress active = document_.ActiveCell();
+    return WithoutRelative(*said.Text(), active.Row + 1, active.Column + 1);
 }
 
 Evaluator::Result Evaluator::EvaluateTokens(const Tokens& tokens, Scratch& scratch) const {
     if (!shape_.IsNeverReference(tokens)) {
+        // Calc counts the sheets as if they were rows and columns.
+        if (HasSeveralSheets(tokens, document_.ActiveCell()) &&
+            AskForNumber(Insert(sheetsFrame_, {tokens}), scratch) > 1) {
+            return {std::nullopt, Value(ErrorCode::kValue)};
+        }
         if (const auto place = AskForReference(tokens, scratch)) return {place, Value()};
     }
     if (!shape_.IsNeverArray(tokens)) {
@@ -187,12 +298,14 @@ Value Evaluator::AskForElement(const Tokens& tokens, int row, int column, Scratc
     if (error) return Value(*error);
     if (AskForNumber(framed(u"ISTEXT(", u")*1"), scratch) != 0) {
         const Scratch::Content content(scratch, framed(u"T(", u")"), 1, 1);
-        return Value(DisplayedText(content.Cell()));
+        return Value(TextIn(content.Cell()));
     }
     if (number != 0 && number != 1) return Value(number);
-    // Only of the expression itself the office knows whether it is a Boolean.
+    // Only of the expression itself the office knows whether it is a Boolean; in
+    // SUMPRODUCT it is evaluated as an array's here, too.
     const bool isBoolean =
-        AskForNumber(Insert(Frame(u"ISLOGICAL(korvane_hole)*1"), {tokens}), scratch) != 0;
+        AskForNumber(Insert(Frame(u"SUMPRODUCT(ISLOGICAL(korvane_hole)*1)"), {tokens}), scratch) !=
+        0;
     return isBoolean ? Value(number != 0) : Value(number);
 }
 

@@ -8,6 +8,9 @@
 
 #include "base/value.h"
 #include "bindings/calc/calc_document.h"
+#include "bindings/calc/document_changes.h"
+#include "bindings/calc/free_cells.h"
+#include "bindings/calc/name_expansion.h"
 #include "bindings/calc/scratch.h"
 #include "bindings/calc/token_shape.h"
 
@@ -26,6 +29,16 @@ public:
 
 private:
     Result EvaluateTokens(const Tokens& tokens, Scratch& scratch) const;
+    // Cells that the tokens can be evaluated in, outside of the taken ones.
+    CellAddress FreePlace(const Tokens& tokens, const std::vector<Block>& taken);
+    // Adds the references that the tokens will compute and that lead to the
+    // scratch cells; false when there are none.
+    bool AddComputed(const Tokens& tokens, Scratch& scratch, std::vector<Block>& taken) const;
+    // The tokens with INDIRECT's relative texts ("RC[-1]") counted from the
+    // active cell.
+    Tokens WithFixedTexts(const Tokens& tokens, Scratch& scratch) const;
+    std::optional<std::u16string> FixedText(const Tokens& tokens, const TokenShape::Call& indirect,
+                                            Scratch& scratch) const;
     std::optional<Place> AskForReference(const Tokens& tokens, Scratch& scratch) const;
     Value AskForValue(const Tokens& tokens, Scratch& scratch) const;
     Value AskForArray(const Tokens& tokens, int rows, int columns, Scratch& scratch) const;
@@ -39,9 +52,13 @@ private:
     Tokens Insert(const Tokens& frame, const std::vector<Tokens>& parts) const;
 
     CalcDocument& document_;
+    DocumentChanges changes_;
+    FreeCells free_;
+    NameExpansion names_;
     TokenShape shape_;
     std::array<Tokens, 5> referenceFrames_;
     std::array<Tokens, 2> sizeFrames_;
+    Tokens sheetsFrame_;
     Tokens chooseFive_;
     Tokens chooseTwo_;
 };

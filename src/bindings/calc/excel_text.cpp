@@ -38,9 +38,7 @@ std::size_t BracketLength(std::u16string_view text) {
     int depth = 0;
     for (std::size_t k = 0; k < text.size(); ++k) {
         if (text[k] == u'\'') {
-            // Quotes a file's address, and any one character of a column's name.
-            const std::size_t quoted = QuotationLength(text.substr(k));
-            k += quoted > 2 && text.substr(k).starts_with(u"'file:") ? quoted - 1 : 1;
+            ++k;  // quotes any one character of a column's name
         } else if (text[k] == u'[') {
             ++depth;
         } else if (text[k] == u']' && --depth == 0) {
@@ -76,45 +74,8 @@ Piece NextPiece(std::u16string_view text) {
     return piece(Piece::kSign, 1);
 }
 
-// "Bücher.xlsx" of "'file:///home/B%C3%BCcher.xlsx'".
-std::u16string BookOfAddress(std::u16string_view address) {
-    std::string bytes = ToUtf8(AfterLast(address, u'/'));
-    if (bytes.ends_with('\'')) bytes.pop_back();
-    std::string decoded;
-    for (std::size_t k = 0; k < bytes.size(); ++k) {
-        const auto digit = [&](std::size_t at) {
-            const auto found = at < bytes.size()
-                                   ? std::string_view("0123456789ABCDEFabcdef").find(bytes[at])
-                                   : std::string_view::npos;
-            return found == std::string_view::npos
-                       ? -1
-                       : static_cast<int>(found > 15 ? found - 6 : found);
-        };
-        if (bytes[k] == '%' && digit(k + 1) >= 0 && digit(k + 2) >= 0) {
-            decoded += static_cast<char>(digit(k + 1) * 16 + digit(k + 2));
-            k += 2;
-        } else {
-            decoded += bytes[k];
-        }
-    }
-    return ToUtf16(decoded);
-}
-
-std::u16string Unquoted(std::u16string_view text) {
-    if (!text.starts_with(u'\'')) return std::u16string(text);
-    return ReplaceAll(std::u16string(text.substr(1, text.size() - 2)), u"''", u"'");
-}
-
 bool IsBoolean(std::u16string_view word) {
     return EqualIgnoringCase(word, u"TRUE") || EqualIgnoringCase(word, u"FALSE");
-}
-
-std::u16string Upper(std::u16string_view text) {
-    std::u16string out(text);
-    for (auto& ch : out) {
-        if (ch >= u'a' && ch <= u'z') ch = static_cast<char16_t>(ch - (u'a' - u'A'));
-    }
-    return out;
 }
 
 std::u16string_view WithoutNewFunctionPrefix(std::u16string_view word) {
@@ -131,6 +92,45 @@ std::u16string_view WithoutNewFunctionPrefix(std::u16string_view word) {
     return word;
 }
 
+// Whether piece `k` is the sheet of a reference or a name, its "!" behind it. One
+// with a book in its quotes is left as it is.
+bool IsSheetOf(const std::vector<Piece>& pieces, std::size_t k) {
+    const Piece& piece = pieces[k];
+    const bool isName = piece.kind == Piece::kWord || piece.kind == Piece::kQuoted;
+    return isName && k + 1 < pieces.size() && pieces[k + 1].Is(u'!') &&
+           piece.text.find(u'[') == std::u16string_view::npos &&
+           (k == 0 || pieces[k - 1].kind != Piece::kBracket);
+}
+
+// Whether the piece and the two behind it are a number with an exponent: "1E",
+// "+", "020". No name begins with a digit.
+bool IsExponent(const std::vector<Piece>& pieces, std::size_t k) {
+    const auto isDigits = [](std::u16string_view text) {
+        return !text.empty() && text.find_first_not_of(u"0123456789") == std::u16string_view::npos;
+    };
+    const auto number = pieces[k].text;
+    return k + 2 < pieces.size() && number.size() > 1 && FoldChar(number.back()) == u'e' &&
+           (pieces[k + 1].Is(u'+') || pieces[k + 1].Is(u'-')) &&
+           pieces[k + 2].kind == Piece::kWord && isDigits(pieces[k + 2].text) &&
+           isDigits(number.substr(0, 1)) &&
+           number.substr(0, number.size() - 1).find_first_not_of(u"0123456789.") ==
+               std::u16string_view::npos;
+}
+
+// The office writes exponents with three digits, Excel with two or more.
+std::u16string_view WithoutLeadingZeros(std::u16string_view digits) {
+    while (digits.size() > 2 && digits.front() == u'0') digits.remove_prefix(1);
+    return digits;
+}
+
+// A function that Calc does not know has lost its case.
+std::u16string ShownFunction(std::u16string_view printed) {
+    auto name = WithoutNewFunctionPrefix(printed);
+    // Calc's names for the functions that Excel calls CEILING and FLOOR.
+    if (name == u"CEILING.XCL" || name == u"FLOOR.XCL") name.remove_suffix(4);
+    return Fold(name) == name ? Upper(name) : std::u16string(name);
+}
+
 // An expression whose value is the error. Calc's parser takes no error names.
 std::u16string_view ExpressionOf(std::u16string_view error) {
     if (EqualIgnoringCase(error, u"#N/A")) return u"NA()";
@@ -141,6 +141,94 @@ std::u16string_view ExpressionOf(std::u16string_view error) {
     if (EqualIgnoringCase(error, u"#NAME?")) return u"korvane_no_name";
     return u"(\"a\"+0)";
 }
+
+class ParserWriter {
+public:
+    ParserWriter(std::u16string_view shown, std::u16string_view ownBook)
+        : pieces_(CutFormula(shown)), ownBook_(ownBook), ofExcel_(IsExcelFile(ownBook)) {}
+
+    ParserText Write() {
+        bool inArray = false;
+        for (at_ = 0; at_ < pieces_.size(); ++at_) {
+            const Piece& piece = pieces_[at_];
+            if (piece.Is(u'{') || piece.Is(u'}')) inArray = piece.Is(u'{');
+            if (piece.kind == Piece::kBracket && IsBook()) {
+                WriteBook();
+            } else if (IsSheetOf(pieces_, at_) || (piece.kind == Piece::kQuoted && Is(1, u'!'))) {
+                WriteSheet();
+            } else if (piece.kind == Piece::kError) {
+                if (at_ > 0 && pieces_[at_ - 1].Is(u'!')) out_.text.resize(prefixStart_);
+                out_.text += ExpressionOf(piece.text);
+            } else if (piece.kind == Piece::kWord) {
+                WriteWord(inArray);
+            } else {
+                out_.text += piece.text;
+            }
+        }
+        return std::move(out_);
+    }
+
+private:
+    bool Is(std::size_t ahead, char16_t sign) const {
+        return at_ + ahead < pieces_.size() && pieces_[at_ + ahead].Is(sign);
+    }
+    bool IsBook() const {
+        const bool isTable = at_ > 0 && pieces_[at_ - 1].kind == Piece::kWord;
+        return !isTable && Is(2, u'!');
+    }
+
+    void WriteBook() {
+        const auto text = pieces_[at_].text;
+        if (EqualIgnoringCase(text.substr(1, text.size() - 2), ownBook_)) return;
+        out_.otherBook = true;
+        out_.text += text;
+    }
+
+    // Of the letters beyond ASCII Calc's parser wants some quoted: it takes quotes
+    // round all of them.
+    static std::u16string QuotedForParser(const std::u16string& sheet) {
+        std::u16string prefix = SheetPrefix(u"", sheet);
+        const bool plain =
+            std::all_of(sheet.begin(), sheet.end(), [](char16_t ch) { return ch < 0x80; });
+        return plain || prefix.starts_with(u'\'') ? prefix : u"'" + sheet + u"'!";
+    }
+
+    void WriteSheet() {
+        prefixStart_ = out_.text.size();
+        const auto text = pieces_[at_].text;
+        if (text.find(u'[') == std::u16string_view::npos) {
+            const bool ofSeveral = Unquoted(text).find(u':') != std::u16string::npos;
+            out_.text += ofSeveral ? std::u16string(text) + u"!" : QuotedForParser(Unquoted(text));
+        } else {
+            const auto parts = SplitReference(std::u16string(text) + u"!A1");
+            // With a folder in front of it a book's name is no part.
+            const bool own = parts && EqualIgnoringCase(parts->book, ownBook_);
+            if (!own) out_.otherBook = true;
+            out_.text += own ? QuotedForParser(parts->sheet) : std::u16string(text) + u"!";
+        }
+        ++at_;
+    }
+
+    void WriteWord(bool inArray) {
+        const auto text = pieces_[at_].text;
+        const bool isCall = Is(1, u'(');
+        const auto name = WithoutNewFunctionPrefix(text);
+        out_.text += name;
+        if (IsBoolean(text) && !inArray && !isCall) out_.text += u"()";
+        // In a workbook of Excel's they are Excel's functions.
+        if (ofExcel_ && isCall &&
+            (EqualIgnoringCase(name, u"CEILING") || EqualIgnoringCase(name, u"FLOOR"))) {
+            out_.text += u".XCL";
+        }
+    }
+
+    const std::vector<Piece> pieces_;
+    std::u16string_view ownBook_;
+    bool ofExcel_;
+    std::size_t at_ = 0;
+    std::size_t prefixStart_ = 0;  // where a "Sheet!" that has just been written begins
+    ParserText out_;
+};
 
 }  // namespace
 
@@ -153,23 +241,21 @@ std::vector<Piece> CutFormula(std::u16string_view text) {
     return pieces;
 }
 
-std::vector<std::u16string> ErrorsIn(std::u16string_view text) {
-    std::vector<std::u16string> errors;
-    for (const auto& piece : CutFormula(text)) {
-        if (piece.kind == Piece::kError) errors.push_back(Upper(piece.text));
-    }
-    return errors;
+bool IsExcelFile(std::u16string_view fileName) {
+    return ContainsIgnoringCase(AfterLast(fileName, u'.'), u"xls");
 }
 
-std::vector<std::u16string> TableReferencesIn(std::u16string_view native) {
-    const auto pieces = CutFormula(native);
-    std::vector<std::u16string> references;
-    for (std::size_t k = 1; k < pieces.size(); ++k) {
-        if (pieces[k].kind != Piece::kBracket || pieces[k - 1].kind != Piece::kWord) continue;
-        references.push_back(std::u16string(pieces[k - 1].text) +
-                             ReplaceAll(std::u16string(pieces[k].text), u"];[", u"],["));
+std::u16string Unquoted(std::u16string_view text) {
+    if (!text.starts_with(u'\'')) return std::u16string(text);
+    return ReplaceAll(std::u16string(text.substr(1, text.size() - 2)), u"''", u"'");
+}
+
+std::u16string Upper(std::u16string_view text) {
+    std::u16string out(text);
+    for (auto& ch : out) {
+        if (ch >= u'a' && ch <= u'z') ch = static_cast<char16_t>(ch - (u'a' - u'A'));
     }
-    return references;
+    return out;
 }
 
 std::u16string ShownText(std::u16string_view printed) {
@@ -180,22 +266,20 @@ std::u16string ShownText(std::u16string_view printed) {
     std::u16string out;
     for (std::size_t k = 0; k < pieces.size(); ++k) {
         const Piece& piece = pieces[k];
-        if (piece.kind == Piece::kBracket && piece.text.starts_with(u"['file:") &&
-            is(k + 2, u'!')) {
-            out += SheetPrefix(BookOfAddress(piece.text.substr(1, piece.text.size() - 2)),
-                               Unquoted(pieces[k + 1].text));
-            k += 2;
+        if (IsSheetOf(pieces, k)) {
+            out += SheetPrefix(u"", Unquoted(piece.text));
+            ++k;
         } else if (piece.kind != Piece::kWord) {
             out += piece.text;
+        } else if (IsExponent(pieces, k)) {
+            out.append(piece.text).append(pieces[k + 1].text);
+            out += WithoutLeadingZeros(pieces[k + 2].text);
+            k += 2;
         } else if (IsBoolean(piece.text) && is(k + 1, u'(') && is(k + 2, u')')) {
             out += piece.text;
             k += 2;
         } else if (is(k + 1, u'(')) {
-            // A function that Calc does not know has lost its case.
-            auto name = WithoutNewFunctionPrefix(piece.text);
-            // Calc's names for the functions that Excel calls CEILING and FLOOR.
-            if (name == u"CEILING.XCL" || name == u"FLOOR.XCL") name.remove_suffix(4);
-            out += Fold(name) == name ? Upper(name) : std::u16string(name);
+            out += ShownFunction(piece.text);
         } else {
             out += WithoutNewFunctionPrefix(piece.text);
         }
@@ -204,62 +288,7 @@ std::u16string ShownText(std::u16string_view printed) {
 }
 
 ParserText TextForParser(std::u16string_view shown, std::u16string_view ownBook) {
-    const auto pieces = CutFormula(shown);
-    const auto is = [&](std::size_t at, char16_t sign) {
-        return at < pieces.size() && pieces[at].Is(sign);
-    };
-    ParserText out;
-    std::size_t prefixStart = 0;  // where a "Sheet!" that has just been written begins
-    bool inArray = false;
-    const bool ofExcel = ContainsIgnoringCase(AfterLast(ownBook, u'.'), u"xls");
-    for (std::size_t k = 0; k < pieces.size(); ++k) {
-        const Piece& piece = pieces[k];
-        const bool joined = k > 0 && pieces[k - 1].kind == Piece::kWord;
-        if (piece.Is(u'{') || piece.Is(u'}')) inArray = piece.Is(u'{');
-        if (piece.kind == Piece::kBracket && !joined && is(k + 2, u'!')) {
-            const auto book = piece.text.substr(1, piece.text.size() - 2);
-            if (EqualIgnoringCase(book, ownBook)) continue;
-            out.otherBook = true;
-        }
-        if ((piece.kind == Piece::kQuoted || piece.kind == Piece::kWord) && is(k + 1, u'!')) {
-            prefixStart = out.text.size();
-        }
-        if (piece.kind == Piece::kQuoted && is(k + 1, u'!')) {
-            const auto parts = SplitReference(std::u16string(piece.text) + u"!A1");
-            if (parts && !parts->book.empty()) {
-                if (EqualIgnoringCase(parts->book, ownBook)) {
-                    out.text += SheetPrefix(u"", parts->sheet);
-                    ++k;
-                    continue;
-                }
-                out.otherBook = true;
-            }
-            // With a folder in front of the book's name.
-            if ((!parts || parts->book.empty()) &&
-                piece.text.find(u'[') != std::u16string_view::npos)
-                out.otherBook = true;
-            // Calc's parser takes quotes only where it would write them itself.
-            out.text += piece.text;
-        } else if (piece.kind == Piece::kError) {
-            if (k > 0 && pieces[k - 1].Is(u'!')) out.text.resize(prefixStart);
-            out.text += ExpressionOf(piece.text);
-        } else if (piece.kind == Piece::kWord && IsBoolean(piece.text) && !inArray &&
-                   !is(k + 1, u'(') && !is(k + 1, u'!')) {
-            out.text += piece.text;
-            out.text += u"()";
-        } else if (piece.kind == Piece::kWord) {
-            const auto name = WithoutNewFunctionPrefix(piece.text);
-            out.text += name;
-            // In a workbook of Excel's they are Excel's functions.
-            if (ofExcel && is(k + 1, u'(') &&
-                (EqualIgnoringCase(name, u"CEILING") || EqualIgnoringCase(name, u"FLOOR"))) {
-                out.text += u".XCL";
-            }
-        } else {
-            out.text += piece.text;
-        }
-    }
-    return out;
+    return ParserWriter(shown, ownBook).Write();
 }
 
 }  // namespace korvane::calc

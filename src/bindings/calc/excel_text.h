@@ -29,25 +29,27 @@ struct Piece {
 // kSign of its first character.
 std::vector<Piece> CutFormula(std::u16string_view text);
 
-// The error names in a formula text, in their order.
-std::vector<std::u16string> ErrorsIn(std::u16string_view text);
+// A quoted piece's text without its quotes; every other text as it is.
+std::u16string Unquoted(std::u16string_view text);
 
-// The references to tables (Table1[Column]) in the office's own text of a
-// formula, in their order, as Excel writes them.
-std::vector<std::u16string> TableReferencesIn(std::u16string_view native);
+// a–z to A–Z.
+std::u16string Upper(std::u16string_view text);
 
 // Excel's text of what Calc printed: bare TRUE and FALSE, no prefixes of newer
-// functions, [Book.xlsx]Sheet!A1 for cells of other files.
+// functions, sheets quoted as addresses quote them, 1E+20 for 1E+020.
 std::u16string ShownText(std::u16string_view printed);
 
 // What Calc's parser is to read for a text in Excel's spelling (without "="):
 // error names become expressions with that error, TRUE becomes TRUE(), the own
-// book's prefix goes.
+// book's prefix goes, sheets are quoted as addresses quote them.
 struct ParserText {
     std::u16string text;
     bool otherBook = false;  // it refers to another workbook
 };
 ParserText TextForParser(std::u16string_view shown, std::u16string_view ownBook);
+
+// Whether a file of this name is a workbook of Excel's.
+bool IsExcelFile(std::u16string_view fileName);
 
 // Whether Excel would read the text (without "=") as a formula at all: closed
 // quotations and brackets, operands between operators.

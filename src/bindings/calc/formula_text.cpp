@@ -3,21 +3,19 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/AddressConvention.hpp>
-#include <com/sun/star/sheet/ComplexReference.hpp>
 #include <com/sun/star/sheet/ExternalReference.hpp>
 #include <com/sun/star/sheet/FormulaLanguage.hpp>
 #include <com/sun/star/sheet/FormulaMapGroup.hpp>
 #include <com/sun/star/sheet/FormulaMapGroupSpecialOffset.hpp>
-#include <com/sun/star/sheet/NameToken.hpp>
-#include <com/sun/star/sheet/ReferenceFlags.hpp>
-#include <com/sun/star/sheet/SingleReference.hpp>
 #include <com/sun/star/sheet/XFormulaOpCodeMapper.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <utility>
 #include <vector>
 
 #include "base/text.h"
 #include "bindings/calc/errors.h"
 #include "bindings/calc/excel_text.h"
+#include "bindings/calc/printable_tokens.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -29,10 +27,6 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
-// Stands for an error name while the office prints a formula: a text that no
-// user writes (private-use characters), printed in quotes.
-constexpr char16_t kPlaceholder = 0xE5C7;
-
 template <class T>
 Any ToAny(const T& value) {
     Any any;
@@ -40,18 +34,18 @@ Any ToAny(const T& value) {
     return any;
 }
 
-bool IsDeleted(const css::sheet::SingleReference& reference) {
-    return (reference.Flags &
-            (css::sheet::ReferenceFlags::COLUMN_DELETED | css::sheet::ReferenceFlags::ROW_DELETED |
-             css::sheet::ReferenceFlags::SHEET_DELETED)) != 0;
-}
-
-bool IsDeletedReference(const Any& data) {
-    css::sheet::SingleReference single;
-    css::sheet::ComplexReference complex;
-    if (data >>= single) return IsDeleted(single);
-    if (data >>= complex) return IsDeleted(complex.Reference1) || IsDeleted(complex.Reference2);
-    return false;
+// The office takes a Boolean of an array constant for a number without looking,
+// and reads what happens to be in its place.
+void MakeNumbers(Any& arrayConstant) {
+    css::uno::Sequence<css::uno::Sequence<Any>> rows;
+    if (!(arrayConstant >>= rows)) return;
+    for (auto& row : rows) {
+        for (auto& value : row) {
+            bool flag = false;
+            if (value >>= flag) value <<= flag ? 1.0 : 0.0;
+        }
+    }
+    arrayConstant <<= rows;
 }
 
 bool IsExternal(const Any& data) {
@@ -62,7 +56,8 @@ bool IsExternal(const Any& data) {
 }  // namespace
 
 FormulaText::FormulaText(const Reference<css::frame::XModel>& model, std::u16string ownBook)
-    : ownBook_(std::move(ownBook)) {
+    : sheets_(Reference<css::sheet::XSpreadsheetDocument>(model, UNO_QUERY_THROW)->getSheets()),
+      ownBook_(std::move(ownBook)) {
     const Reference<css::lang::XMultiServiceFactory> services(model, UNO_QUERY_THROW);
     const Reference<css::sheet::XFormulaOpCodeMapper> mapper(
         services->createInstance(ToOUString(u"com.sun.star.sheet.FormulaOpCodeMapper")),
@@ -116,66 +111,40 @@ void FormulaText::ReadOpCodes(
         if (name == u"!") codes_.intersection = code;
         if (name == u"~") codes_.join = code;
         if (name == u":") codes_.range = code;
+        if (name == u"{") codes_.arrayOpen = code;
+        if (name == u"}") codes_.arrayClose = code;
         if (name == u"WEBSERVICE" || name == u"DDE" || name == u"RTD") codes_.fetching.insert(code);
         const char16_t first = name.empty() ? u' ' : name.front();
+        if (std::u16string_view(u"+-*/^&=<>%").find(first) != std::u16string_view::npos)
+            codes_.operators.insert(code);
         if ((first >= u'A' && first <= u'Z') || first == u'_') codes_.functions.insert(code);
     }
 }
 
 Tokens FormulaText::Parse(std::u16string_view text, const css::table::CellAddress& at) const {
-    return parser_->parseFormula(ToOUString(text), at);
-}
-
-Tokens FormulaText::Printable(const Tokens& tokens, std::u16string_view native,
-                              std::vector<std::u16string>& placed) const {
-    const auto errors = ErrorsIn(native);
-    const auto tables = TableReferencesIn(native);
-    std::size_t nextError = 0;
-    std::size_t nextTable = 0;
-    std::vector<Token> out;
-    const auto place = [&](std::u16string text) {
-        placed.push_back(std::move(text));
-        out.emplace_back(codes_.push,
-                         ToAny(ToOUString(std::u16string(placed.size(), kPlaceholder))));
-    };
-    css::sheet::NameToken name;
-    for (sal_Int32 k = 0; k < tokens.getLength(); ++k) {
-        const Token& token = tokens[k];
-        if (IsDeletedReference(token.Data)) ++nextError;
-        // A table's name is a token that no list of the office has; neither have
-        // its brackets, two neighbouring numbers.
-        const bool isTable = (token.Data >>= name) && token.OpCode != codes_.name &&
-                             token.OpCode != codes_.databaseArea && k + 1 < tokens.getLength();
-        if (isTable && nextTable < tables.size()) {
-            place(tables[nextTable++]);
-            const sal_Int32 open = tokens[k + 1].OpCode;
-            int depth = 0;
-            do {
-                ++k;
-                if (tokens[k].OpCode == open) ++depth;
-                if (tokens[k].OpCode == open + 1) --depth;
-            } while (depth > 0 && k + 1 < tokens.getLength());
-        } else if (token.OpCode == codes_.push && !token.Data.hasValue()) {
-            place(nextError < errors.size() ? errors[nextError] : u"#N/A");
-            ++nextError;
-        } else {
-            out.push_back(token);
-        }
+    Tokens tokens = parser_->parseFormula(ToOUString(text), at);
+    for (auto& token : tokens) {
+        if (token.Data.getValueTypeClass() == css::uno::TypeClass_SEQUENCE) MakeNumbers(token.Data);
     }
-    return Tokens(out.data(), static_cast<sal_Int32>(out.size()));
+    return tokens;
 }
 
-std::u16string FormulaText::Print(const Tokens& read, const css::table::CellAddress& at,
+std::u16string FormulaText::Print(const Tokens& tokens, const css::table::CellAddress& at,
                                   std::u16string_view native) const {
-    std::vector<std::u16string> placed;
-    const Tokens tokens = Printable(read, native, placed);
-    std::u16string text = ToText(parser_->printFormula(tokens, at));
-    // The longest first: each is contained in the ones after it.
-    for (std::size_t k = placed.size(); k > 0; --k) {
-        text = ReplaceAll(std::move(text), u"\"" + std::u16string(k, kPlaceholder) + u"\"",
-                          placed[k - 1]);
+    const PrintableTokens printable(tokens, at, native, codes_, sheets_);
+    return ShownText(printable.Restored(ToText(parser_->printFormula(printable.tokens(), at))));
+}
+
+bool FormulaText::IsConstant(const Tokens& tokens) const {
+    if (tokens.getLength() == 1) {
+        return tokens[0].OpCode == codes_.push && !tokens[0].Data.hasValue();
     }
-    return ShownText(text);
+    const auto isCallOf = [&](const char16_t* name) {
+        const auto known = codes_.byName.find(name);
+        return known != codes_.byName.end() && known->second == tokens[0].OpCode;
+    };
+    return tokens.getLength() == 3 && (isCallOf(u"TRUE") || isCallOf(u"FALSE")) &&
+           tokens[1].OpCode == codes_.open && tokens[2].OpCode == codes_.close;
 }
 
 FormulaText::Reading FormulaText::Read(std::u16string_view shown, const css::table::CellAddress& at,

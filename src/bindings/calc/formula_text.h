@@ -5,6 +5,7 @@
 #include <com/sun/star/sheet/FormulaOpCodeMapEntry.hpp>
 #include <com/sun/star/sheet/FormulaToken.hpp>
 #include <com/sun/star/sheet/XFormulaParser.hpp>
+#include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/CellAddress.hpp>
 #include <map>
 #include <set>
@@ -32,7 +33,10 @@ struct OpCodes {
     sal_Int32 join = 0;
     sal_Int32 range = 0;
     sal_Int32 databaseArea = 0;
+    sal_Int32 arrayOpen = 0;
+    sal_Int32 arrayClose = 0;
     std::set<sal_Int32> functions;
+    std::set<sal_Int32> operators;               // of values, not of references
     std::set<sal_Int32> fetching;                // functions that reach outside the document
     std::map<std::u16string, sal_Int32> byName;  // functions and operators
 };
@@ -45,8 +49,7 @@ public:
                 std::u16string ownBook);
 
     // Excel's text (without "=") of tokens at a cell. `native` is the office's
-    // own text of the same formula: error names are missing from the tokens and
-    // are taken from there.
+    // own text of the same formula: what the tokens have lost is taken from there.
     std::u16string Print(const Tokens& tokens, const com::sun::star::table::CellAddress& at,
                          std::u16string_view native) const;
 
@@ -62,18 +65,18 @@ public:
     // The tokens of a text in the parser's own spelling.
     Tokens Parse(std::u16string_view text, const com::sun::star::table::CellAddress& at) const;
 
+    // Whether the tokens are a Boolean or an error and nothing else.
+    bool IsConstant(const Tokens& tokens) const;
+
     const OpCodes& codes() const { return codes_; }
 
 private:
     void ReadOpCodes(
         const com::sun::star::uno::Sequence<com::sun::star::sheet::FormulaOpCodeMapEntry>& entries);
     Tokens Mended(const Tokens& tokens) const;
-    // The tokens with a text in place of what the office cannot print: the k-th
-    // of `placed` stands for a text of k placeholder characters.
-    Tokens Printable(const Tokens& tokens, std::u16string_view native,
-                     std::vector<std::u16string>& placed) const;
 
     com::sun::star::uno::Reference<com::sun::star::sheet::XFormulaParser> parser_;
+    com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheets> sheets_;
     std::u16string ownBook_;
     OpCodes codes_;
 };

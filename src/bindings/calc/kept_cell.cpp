@@ -24,12 +24,14 @@ bool IsSame(const CellAddress& a, const CellAddress& b) {
     return a.Sheet == b.Sheet && a.Row == b.Row && a.Column == b.Column;
 }
 
-// Error names are lost in tokens, and references to tables do not calculate when
-// they come back: such a formula goes back as the office's own text.
+// Error names are lost in tokens, the Booleans of an array constant come back as
+// other numbers, and references to tables do not calculate when they come back:
+// such a formula goes back as the office's own text.
 bool GoesBackAsText(const Tokens& tokens, const OpCodes& codes) {
     css::sheet::NameToken name;
     for (const auto& token : tokens) {
         if (token.OpCode == codes.push && !token.Data.hasValue()) return true;
+        if (token.Data.getValueTypeClass() == css::uno::TypeClass_SEQUENCE) return true;
         if ((token.Data >>= name) && token.OpCode != codes.name &&
             token.OpCode != codes.databaseArea) {
             return true;

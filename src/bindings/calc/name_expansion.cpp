@@ -1,5 +1,6 @@
 #include "bindings/calc/name_expansion.h"
 
+#include <algorithm>
 #include <com/sun/star/sheet/ComplexReference.hpp>
 #include <com/sun/star/sheet/ExternalReference.hpp>
 #include <com/sun/star/sheet/ReferenceFlags.hpp>
@@ -19,13 +20,19 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
-// Names that use names: deeper ones are rings, which the office answers with an
-// error anyway.
-constexpr int kDeepest = 16;
+// Names that use names: deeper ones stay as they are.
+constexpr int kDeepest = 64;
+// A longer text is no formula any more.
+constexpr std::size_t kLongest = 65'536;
+
+// What depends on the cell: where it is, and the sheet that a text means.
+constexpr const char16_t* kOfTheCell[] = {u"ROW",  u"COLUMN",   u"SHEET",
+                                          u"CELL", u"INDIRECT", u"OFFSET"};
 
 bool IsRelative(const css::sheet::SingleReference& reference) {
-    return (reference.Flags & (css::sheet::ReferenceFlags::COLUMN_RELATIVE |
-                               css::sheet::ReferenceFlags::ROW_RELATIVE)) != 0;
+    namespace Flags = css::sheet::ReferenceFlags;
+    return (reference.Flags &
+            (Flags::COLUMN_RELATIVE | Flags::ROW_RELATIVE | Flags::SHEET_RELATIVE)) != 0;
 }
 
 bool HasRelativeReference(const Tokens& tokens) {
@@ -49,8 +56,23 @@ bool Fetches(const Tokens& tokens, const OpCodes& codes) {
     return false;
 }
 
-ExpandedNames Expand(const CalcDocument& document, const std::u16string& text, int depth) {
-    const CellAddress active = document.ActiveCell();
+bool IsSame(const CellAddress& a, const CellAddress& b) {
+    return a.Sheet == b.Sheet && a.Row == b.Row && a.Column == b.Column;
+}
+
+}  // namespace
+
+NameExpansion::NameExpansion(const CalcDocument& document, const DocumentChanges& changes)
+    : document_(document), changes_(changes) {
+    const auto& byName = document.formulas().codes().byName;
+    for (const char16_t* const name : kOfTheCell) {
+        if (const auto code = byName.find(name); code != byName.end())
+            ofTheCell_.insert(code->second);
+    }
+}
+
+ExpandedNames NameExpansion::Expand(const std::u16string& text) {
+    ForgetOthers();
     const auto pieces = CutFormula(text);
     ExpandedNames out;
     for (std::size_t k = 0; k < pieces.size(); ++k) {
@@ -58,22 +80,14 @@ ExpandedNames Expand(const CalcDocument& document, const std::u16string& text, i
         const bool ofSheet = k > 0 && pieces[k - 1].Is(u'!');
         const bool other =
             k + 1 < pieces.size() && (pieces[k + 1].Is(u'(') || pieces[k + 1].Is(u'!'));
-        const auto name = piece.kind == Piece::kWord && !ofSheet && !other && depth < kDeepest
-                              ? FindNamedRange(document, active.Sheet, piece.text)
-                              : Reference<css::sheet::XNamedRange>();
-        if (!name.is()) {
+        if (piece.kind != Piece::kWord || ofSheet || other) {
             out.text += piece.text;
             continue;
         }
-        const auto tokens =
-            Reference<css::sheet::XFormulaTokens>(name, UNO_QUERY_THROW)->getTokens();
-        if (Fetches(tokens, document.formulas().codes())) out.outside = true;
-        const std::u16string content =
-            document.formulas().Print(tokens, active, ToText(name->getContent()));
-        const ExpandedNames inner = Expand(document, content, depth + 1);
-        if (inner.outside) out.outside = true;
-        if (HasRelativeReference(tokens) || inner.text != content) {
-            out.text += u'(' + inner.text + u')';
+        const Known known = Look(std::u16string(piece.text));
+        out.outside = out.outside || known.outside;
+        if (known.replacement) {
+            out.text += u'(' + *known.replacement + u')';
         } else {
             out.text += piece.text;
         }
@@ -81,10 +95,39 @@ ExpandedNames Expand(const CalcDocument& document, const std::u16string& text, i
     return out;
 }
 
-}  // namespace
+void NameExpansion::ForgetOthers() {
+    const CellAddress active = document_.ActiveCell();
+    if (knownWhen_ == changes_.count() && IsSame(knownAt_, active)) return;
+    known_.clear();
+    knownAt_ = active;
+    knownWhen_ = changes_.count();
+}
 
-ExpandedNames ExpandNames(const CalcDocument& document, const std::u16string& text) {
-    return Expand(document, text, 0);
+NameExpansion::Known NameExpansion::Look(const std::u16string& name) {
+    if (depth_ >= kDeepest) return {};
+    const std::u16string key = Upper(name);
+    // A name that is being looked at is within itself: there it stays, and the
+    // office answers the ring with an error.
+    const auto [found, isNew] = known_.emplace(key, Known{});
+    if (!isNew) return found->second;
+    const auto range = FindNamedRange(document_, knownAt_.Sheet, name);
+    if (!range.is()) return {};
+    const auto tokens = Reference<css::sheet::XFormulaTokens>(range, UNO_QUERY_THROW)->getTokens();
+    const std::u16string content =
+        document_.formulas().Print(tokens, knownAt_, ToText(range->getContent()));
+    ++depth_;
+    ExpandedNames inner = Expand(content);
+    --depth_;
+    Known known;
+    known.outside = inner.outside || Fetches(tokens, document_.formulas().codes());
+    const bool isOfTheCell =
+        HasRelativeReference(tokens) || std::any_of(tokens.begin(), tokens.end(), [&](auto& token) {
+            return ofTheCell_.count(token.OpCode) != 0;
+        });
+    if ((isOfTheCell || inner.text != content) && inner.text.size() <= kLongest)
+        known.replacement = std::move(inner.text);
+    known_[key] = known;
+    return known;
 }
 
 }  // namespace korvane::calc

@@ -1,15 +1,11 @@
 #include "bindings/calc/scratch.h"
 
-#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
-#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
-#include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
-#include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/table/XCell.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
@@ -38,17 +34,16 @@ sal_Int32 FormatOf(const CellRangeRef& cells) {
 
 }  // namespace
 
-// The last row, two columns behind everything: no formula of the document refers
-// there, and columns near the front are cheaper for the office than the last.
-Scratch::Scratch(const CalcDocument& document, int sheet)
-    : silence_(document.model()), sheet_(document.Sheet(sheet)) {
-    const auto cursor = sheet_->createCursor();
-    Reference<css::sheet::XUsedAreaCursor>(cursor, UNO_QUERY_THROW)->gotoEndOfUsedArea(false);
-    const auto used =
-        Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
-    const sal_Int32 column = std::min(used.EndColumn + 2, kSheetColumns - kMostColumns);
-    at_ = CellAddress(static_cast<sal_Int16>(sheet), column, kSheetRows - 1);
-    isProtected_ = Reference<css::util::XProtectable>(sheet_, UNO_QUERY_THROW)->isProtected();
+Scratch::Scratch(const CalcDocument& document, const CellAddress& at)
+    : silence_(document),
+      sheet_(document.Sheet(at.Sheet)),
+      at_(at),
+      isProtected_(Reference<css::util::XProtectable>(sheet_, UNO_QUERY_THROW)->isProtected()) {}
+
+bool Scratch::Touches(const Block& block) const {
+    return block.firstSheet <= at_.Sheet && at_.Sheet <= block.lastSheet &&
+           block.area.top <= at_.Row + 1 && block.area.bottom > at_.Row + 1 - kMostRows &&
+           block.area.left <= at_.Column + kMostColumns && block.area.right > at_.Column;
 }
 
 Scratch::Content::Content(Scratch& scratch, const Tokens& tokens, int rows, int columns)

@@ -1,9 +1,10 @@
-// Cells behind everything else on a sheet, where expressions are evaluated.
+// Free cells of a sheet, where expressions are evaluated.
 #pragma once
 
 #include "base/value.h"
 #include "bindings/calc/calc_document.h"
 #include "bindings/calc/formula_text.h"
+#include "bindings/calc/free_cells.h"
 #include "bindings/calc/silence.h"
 
 namespace korvane::calc {
@@ -13,13 +14,16 @@ namespace korvane::calc {
 class Scratch {
 public:
     // How large a block can be.
-    static constexpr int kMostRows = 256;
-    static constexpr int kMostColumns = 32;
+    static constexpr int kMostRows = FreeCells::kRows;
+    static constexpr int kMostColumns = FreeCells::kColumns;
 
-    Scratch(const CalcDocument& document, int sheet);
+    // `at` is the lower left of free cells.
+    Scratch(const CalcDocument& document, const CellAddress& at);
 
     // The cell that a single formula is written into.
     const CellAddress& at() const { return at_; }
+    // Whether a block of cells has one of these cells in it.
+    bool Touches(const Block& block) const;
     // A protected sheet takes single plain formulas only.
     bool isProtected() const { return isProtected_; }
 

@@ -1,9 +1,7 @@
 // Writing into a user's document without leaving a trace.
 #pragma once
 
-#include <com/sun/star/document/XUndoManager.hpp>
-#include <com/sun/star/frame/XModel.hpp>
-#include <com/sun/star/util/XModifiable2.hpp>
+#include "bindings/calc/calc_document.h"
 
 namespace korvane::calc {
 
@@ -11,7 +9,8 @@ namespace korvane::calc {
 // modified nor reach its undo list. Ask BeforeWrite before each single write.
 class Silence {
 public:
-    explicit Silence(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);
+    // The document must outlive it.
+    explicit Silence(const CalcDocument& document);
     ~Silence();
     Silence(const Silence&) = delete;
     Silence& operator=(const Silence&) = delete;
@@ -23,11 +22,18 @@ public:
     void TakeBack();
 
 private:
-    com::sun::star::uno::Reference<com::sun::star::frame::XModel> model_;
-    com::sun::star::uno::Reference<com::sun::star::util::XModifiable2> modifiable_;
-    com::sun::star::uno::Reference<com::sun::star::document::XUndoManager> undo_;
+    enum class Undo {
+        kRecording,    // as the user has it
+        kSwitchedOff,  // within an undo context that will be found empty
+        kLocked,       // until the next write
+    };
+    bool CanSwitchOff() const;
+    void SwitchOff();
+    void Record();
+
+    const CalcDocument& document_;
     bool wasEnabled_ = false;
-    bool locked_ = false;
+    Undo undo_ = Undo::kRecording;
 };
 
 }  // namespace korvane::calc

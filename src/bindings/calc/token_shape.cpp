@@ -3,7 +3,6 @@
 #include <com/sun/star/sheet/ComplexReference.hpp>
 #include <com/sun/star/sheet/ReferenceFlags.hpp>
 #include <com/sun/star/sheet/SingleReference.hpp>
-#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -19,36 +18,33 @@ namespace {
 constexpr const char16_t* kReferring[] = {
     u"INDEX",  u"OFFSET",  u"INDIRECT",           u"CHOOSE", u"IF", u"IFERROR", u"IFNA", u"IFS",
     u"SWITCH", u"CURRENT", u"MULTIPLE.OPERATIONS"};
-// Functions that make one value of whatever they are given.
+// Functions that make one value of whatever they are given. To find them is a
+// matter of speed, but for those of the last line: asked for the size of their
+// one value, Calc tells the size of a range that they were given.
 constexpr const char16_t* kReducing[] = {
-    u"SUM",       u"SUMPRODUCT", u"COUNT",    u"COUNTA",     u"MIN",      u"MAX",    u"AVERAGE",
-    u"AND",       u"OR",         u"XOR",      u"ROWS",       u"COLUMNS",  u"AREAS",  u"NPV",
-    u"IRR",       u"MEDIAN",     u"PRODUCT",  u"STDEV",      u"STDEVP",   u"VAR",    u"VARP",
-    u"SUMSQ",     u"MINA",       u"MAXA",     u"AVERAGEA",   u"SUMXMY2",  u"CORREL", u"MDETERM",
-    u"GCD",       u"LCM",        u"SUBTOTAL", u"COUNTBLANK", u"TEXTJOIN", u"CONCAT", u"SLOPE",
-    u"INTERCEPT", u"RSQ",        u"SUMX2MY2", u"SUMX2PY2"};
+    u"SUM",        u"SUMPRODUCT", u"COUNT",    u"COUNTA",
+    u"MIN",        u"MAX",        u"AVERAGE",  u"AND",
+    u"OR",         u"XOR",        u"ROWS",     u"COLUMNS",
+    u"AREAS",      u"NPV",        u"IRR",      u"MEDIAN",
+    u"PRODUCT",    u"STDEV",      u"STDEVP",   u"VAR",
+    u"VARP",       u"SUMSQ",      u"MINA",     u"MAXA",
+    u"AVERAGEA",   u"SUMXMY2",    u"CORREL",   u"MDETERM",
+    u"GCD",        u"LCM",        u"SUBTOTAL", u"COUNTBLANK",
+    u"TEXTJOIN",   u"CONCAT",     u"SLOPE",    u"INTERCEPT",
+    u"RSQ",        u"SUMX2MY2",   u"SUMX2PY2", u"CHITEST",
+    u"CHISQ.TEST", u"F.TEST",     u"T.TEST",   u"FORECAST.LINEAR"};
 // Functions that make arrays, or references to blocks, out of single values.
 constexpr const char16_t* kSpreading[] = {
     u"INDEX", u"OFFSET", u"INDIRECT", u"MUNIT", u"CHOOSE", u"MULTIPLE.OPERATIONS", u"CURRENT"};
 // Functions that give one of their arguments.
+constexpr const char16_t* kIf[] = {u"IF"};
 constexpr const char16_t* kChoosing[] = {u"IF", u"IFERROR", u"IFNA", u"CHOOSE"};
 // Functions that look a value up in the ranges behind their first argument.
 constexpr const char16_t* kLookingUp[] = {u"VLOOKUP", u"HLOOKUP", u"MATCH"};
+// Functions that make a reference out of texts and numbers.
+constexpr const char16_t* kIndirect[] = {u"INDIRECT"};
+constexpr const char16_t* kMaking[] = {u"INDIRECT", u"OFFSET"};
 constexpr const char16_t* kAboutOwnCell[] = {u"ROW", u"COLUMN", u"SHEET"};
-
-bool Corner(const css::sheet::SingleReference& reference, const CellAddress& at, int& sheet,
-            std::int32_t& row, std::int32_t& column) {
-    namespace Flags = css::sheet::ReferenceFlags;
-    const sal_Int32 flags = reference.Flags;
-    if ((flags & (Flags::COLUMN_DELETED | Flags::ROW_DELETED | Flags::SHEET_DELETED)) != 0)
-        return false;
-    sheet =
-        (flags & Flags::SHEET_RELATIVE) != 0 ? at.Sheet + reference.RelativeSheet : reference.Sheet;
-    row = (flags & Flags::ROW_RELATIVE) != 0 ? at.Row + reference.RelativeRow : reference.Row;
-    column = (flags & Flags::COLUMN_RELATIVE) != 0 ? at.Column + reference.RelativeColumn
-                                                   : reference.Column;
-    return row >= 0 && row < kSheetRows && column >= 0 && column < kSheetColumns && sheet >= 0;
-}
 
 css::sheet::SingleReference Absolute(css::sheet::SingleReference reference, const CellAddress& at) {
     namespace Flags = css::sheet::ReferenceFlags;
@@ -66,35 +62,43 @@ css::sheet::SingleReference Absolute(css::sheet::SingleReference reference, cons
 
 }  // namespace
 
-bool TokenShape::IsFunction(const Token& token, const char16_t* const* names,
-                            std::size_t count) const {
-    for (std::size_t k = 0; k < count; ++k) {
-        const auto known = codes_.byName.find(names[k]);
-        if (known != codes_.byName.end() && known->second == token.OpCode) return true;
-    }
-    return false;
+TokenShape::TokenShape(const OpCodes& codes) : codes_(codes) {
+    // By number once: a look at a formula compares each token with all of them.
+    const auto fill = [&](std::set<sal_Int32>& set, const auto& names) {
+        for (const char16_t* const name : names) {
+            if (const auto known = codes.byName.find(name); known != codes.byName.end())
+                set.insert(known->second);
+        }
+    };
+    fill(referring_, kReferring);
+    fill(reducing_, kReducing);
+    fill(spreading_, kSpreading);
+    fill(choosing_, kChoosing);
+    fill(lookingUp_, kLookingUp);
+    fill(aboutOwnCell_, kAboutOwnCell);
+    fill(if_, kIf);
+    fill(making_, kMaking);
+    fill(indirect_, kIndirect);
+    for (const auto& [name, code] : codes.byName) named_.insert(code);
 }
 
 std::optional<Place> TokenShape::PlainReference(const Tokens& tokens, const CellAddress& at) const {
     if (tokens.getLength() != 1 || tokens[0].OpCode != codes_.push) return std::nullopt;
-    css::sheet::SingleReference single;
-    css::sheet::ComplexReference complex;
-    const bool isCell = tokens[0].Data >>= single;
-    if (isCell) {
-        complex.Reference1 = complex.Reference2 = single;
-    } else if (!(tokens[0].Data >>= complex)) {
-        return std::nullopt;
-    }
-    Place place;
-    int lastSheet = 0;
-    Area& area = place.area;
-    if (!Corner(complex.Reference1, at, place.sheet, area.top, area.left)) return std::nullopt;
-    if (!Corner(complex.Reference2, at, lastSheet, area.bottom, area.right)) return std::nullopt;
-    if (lastSheet != place.sheet) return std::nullopt;  // cells of several sheets
-    if (area.top > area.bottom) std::swap(area.top, area.bottom);
-    if (area.left > area.right) std::swap(area.left, area.right);
-    for (auto* number : {&area.top, &area.left, &area.bottom, &area.right}) ++*number;
-    return place;
+    const auto block = BlockOf(tokens[0], at);
+    if (!block || block->firstSheet != block->lastSheet) return std::nullopt;
+    return Place{block->firstSheet, block->area};
+}
+
+std::optional<Value> TokenShape::PlainConstant(const Tokens& tokens) const {
+    if (tokens.getLength() != 1 || tokens[0].OpCode != codes_.push) return std::nullopt;
+    const auto& data = tokens[0].Data;
+    // Asked for by its type: a whole number's type would convert into a double, too.
+    double number = 0;
+    if (data.getValueTypeClass() == css::uno::TypeClass_DOUBLE && (data >>= number))
+        return Value(number);
+    rtl::OUString text;
+    if (data >>= text) return Value(ToText(text));
+    return std::nullopt;
 }
 
 bool TokenShape::IsNeverReference(const Tokens& tokens) const {
@@ -104,10 +108,10 @@ bool TokenShape::IsNeverReference(const Tokens& tokens) const {
 bool TokenShape::IsNeverReference(const Tokens& tokens, sal_Int32 first, sal_Int32 last) const {
     // IF gives one of its arguments: a reference only if one of them can be.
     int separators = 0;
-    if (last - first > 3 && IsFunction(tokens[first], kChoosing, std::size(kChoosing)) &&
+    if (last - first > 3 && choosing_.count(tokens[first].OpCode) != 0 &&
         MatchingClose(tokens, first + 1, separators) == last - 1) {
         sal_Int32 start = first + 2;
-        bool isFirst = IsFunction(tokens[first], kChoosing, 1);  // its condition is not given
+        bool isFirst = if_.count(tokens[first].OpCode) != 0;  // its condition is not given
         int depth = 0;
         for (sal_Int32 k = first + 2; k < last; ++k) {
             if (tokens[k].OpCode == codes_.open) ++depth;
@@ -131,14 +135,12 @@ bool TokenShape::IsNeverReference(const Tokens& tokens, sal_Int32 first, sal_Int
             if (token.OpCode == codes_.push) {
                 if (token.Data.getValueTypeClass() != css::uno::TypeClass_STRUCT) return true;
             } else if (codes_.functions.count(token.OpCode) != 0) {
-                if (!IsFunction(token, kReferring, std::size(kReferring))) return true;
+                if (referring_.count(token.OpCode) == 0) return true;
             } else if (token.OpCode != codes_.range && token.OpCode != codes_.intersection &&
                        token.OpCode != codes_.join && token.OpCode != codes_.name &&
                        token.OpCode != codes_.bad) {
                 // An arithmetic operator; other special tokens may be anything.
-                for (const auto& [name, code] : codes_.byName) {
-                    if (code == token.OpCode) return true;
-                }
+                if (named_.count(token.OpCode) != 0) return true;
             }
         }
     }
@@ -153,9 +155,8 @@ bool TokenShape::IsReadAsWhole(const Tokens& tokens, sal_Int32 at,
     const sal_Int32 behind = tokens[at + 1].OpCode;
     return (before == codes_.open || before == codes_.separator) &&
            (behind == codes_.close || behind == codes_.separator) &&
-           (IsFunction(function, kReducing, std::size(kReducing)) ||
-            (IsFunction(function, kLookingUp, std::size(kLookingUp)) &&
-             before == codes_.separator));
+           (reducing_.count(function.OpCode) != 0 ||
+            (lookingUp_.count(function.OpCode) != 0 && before == codes_.separator));
 }
 
 sal_Int32 TokenShape::MatchingClose(const Tokens& tokens, sal_Int32 open, int& separators) const {
@@ -170,7 +171,7 @@ sal_Int32 TokenShape::MatchingClose(const Tokens& tokens, sal_Int32 open, int& s
 }
 
 bool TokenShape::IsNeverArray(const Tokens& tokens) const {
-    if (tokens.getLength() > 2 && IsFunction(tokens[0], kReducing, std::size(kReducing))) {
+    if (tokens.getLength() > 2 && reducing_.count(tokens[0].OpCode) != 0) {
         int separators = 0;
         if (MatchingClose(tokens, 1, separators) == tokens.getLength() - 1) return true;
     }
@@ -185,7 +186,7 @@ bool TokenShape::IsNeverArray(const Tokens& tokens) const {
                                 type == css::uno::TypeClass_STRING ||
                                 type == css::uno::TypeClass_LONG;
         if (token.OpCode == codes_.name || token.OpCode == codes_.range ||
-            token.OpCode == codes_.join || IsFunction(token, kSpreading, std::size(kSpreading))) {
+            token.OpCode == codes_.join || spreading_.count(token.OpCode) != 0) {
             return false;
         }
         if (token.OpCode == codes_.push && !isConstant && !(token.Data >>= single) &&
@@ -198,17 +199,44 @@ bool TokenShape::IsNeverArray(const Tokens& tokens) const {
     return true;
 }
 
-Tokens TokenShape::Settled(const Tokens& read, const CellAddress& at,
-                           const CellAddress& cell) const {
+std::vector<TokenShape::Call> TokenShape::ReferringCalls(const Tokens& tokens) const {
+    return CallsOf(making_, tokens);
+}
+
+std::vector<TokenShape::Call> TokenShape::IndirectCalls(const Tokens& tokens) const {
+    return CallsOf(indirect_, tokens);
+}
+
+std::vector<TokenShape::Call> TokenShape::CallsOf(const std::set<sal_Int32>& functions,
+                                                  const Tokens& tokens) const {
+    std::vector<Call> calls;
+    for (sal_Int32 k = 0; k + 1 < tokens.getLength(); ++k) {
+        if (functions.count(tokens[k].OpCode) == 0 || tokens[k + 1].OpCode != codes_.open) continue;
+        Call call;
+        call.first = k;
+        call.close = -1;
+        int depth = 0;
+        for (sal_Int32 at = k + 1; at < tokens.getLength() && call.close < 0; ++at) {
+            const sal_Int32 code = tokens[at].OpCode;
+            if (code == codes_.open) ++depth;
+            if (code == codes_.separator && depth == 1) call.separators.push_back(at);
+            if (code == codes_.close && --depth == 0) call.close = at;
+        }
+        if (call.close > 0) calls.push_back(std::move(call));
+    }
+    return calls;
+}
+
+Tokens TokenShape::Settled(const Tokens& read, const CellAddress& cell) const {
     Tokens tokens(read);
     for (auto& token : tokens) {
         css::sheet::SingleReference single;
         css::sheet::ComplexReference complex;
         if (token.Data >>= single) {
-            token.Data <<= Absolute(single, at);
+            token.Data <<= Absolute(single, cell);
         } else if (token.Data >>= complex) {
-            complex.Reference1 = Absolute(complex.Reference1, at);
-            complex.Reference2 = Absolute(complex.Reference2, at);
+            complex.Reference1 = Absolute(complex.Reference1, cell);
+            complex.Reference2 = Absolute(complex.Reference2, cell);
             token.Data <<= complex;
         }
     }
@@ -234,7 +262,7 @@ Tokens TokenShape::Settled(const Tokens& read, const CellAddress& at,
         if (!isCall) continue;
         int separators = 0;
         const sal_Int32 close = MatchingClose(tokens, k + 1, separators);
-        if (close == k + 2 && IsFunction(tokens[k], kAboutOwnCell, std::size(kAboutOwnCell))) {
+        if (close == k + 2 && aboutOwnCell_.count(tokens[k].OpCode) != 0) {
             out.push_back(tokens[++k]);
             out.push_back(asked);
         } else if (close > k + 2 && separators == 0 && cellFunction != codes_.byName.end() &&

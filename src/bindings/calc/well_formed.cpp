@@ -2,6 +2,8 @@
 // broken (=SUM(1,2 becomes =SUM(1,2)), so that it cannot be asked.
 #include <cstddef>
 
+#include "base/a1.h"
+#include "base/text.h"
 #include "bindings/calc/excel_text.h"
 
 namespace korvane::calc {
@@ -40,9 +42,19 @@ private:
     }
 
     bool Expression() {
+        bool inRange = false;
+        std::u16string rangeSheet;  // that the range's corners have named so far
         for (;;) {
             if (!Operand()) return false;
+            if (!inRange) rangeSheet.clear();
+            if (!sheet_.empty()) {
+                // Cells of two sheets make no range.
+                if (!rangeSheet.empty() && !EqualIgnoringCase(rangeSheet, sheet_)) return false;
+                rangeSheet = sheet_;
+            }
+            const std::size_t end = at_;
             SkipBlanks();
+            inRange = Is(u':');
             if (Is(u'<') || Is(u'>')) {
                 const bool less = Is(u'<');
                 ++at_;
@@ -51,6 +63,8 @@ private:
                 ++at_;
             } else if (!More() || IsOneOf(u",)")) {
                 return true;
+            } else if (at_ == end) {
+                return false;
             }
             // Otherwise two operands with a blank between: their intersection.
         }
@@ -68,32 +82,53 @@ private:
     }
 
     bool Primary() {
+        sheet_.clear();
         if (Is(u'(')) return Bracketed(false);
         if (Is(u'{')) return Constants();
         if (pieces_[at_].kind == Piece::kText) {
             ++at_;
             return true;
         }
+        if (!Prefix()) return false;
         const std::size_t start = at_;
-        bool behindMark = false;  // a "!" wants something behind it
-        bool quotedLast = false;  // a sheet's name wants a "!"
-        while (More()) {
-            const Piece::Kind kind = pieces_[at_].kind;
-            if (Is(u'!')) {
-                if (at_ == start || behindMark) return false;
-                behindMark = true;
-                quotedLast = false;
-            } else if (kind == Piece::kQuoted || kind == Piece::kWord || kind == Piece::kBracket ||
-                       kind == Piece::kError) {
-                behindMark = false;
-                quotedLast = kind == Piece::kQuoted;
-            } else {
-                break;
-            }
-            ++at_;
-        }
-        if (at_ == start || behindMark || (quotedLast && !Is(u':'))) return false;
+        // A reference that has lost a part goes on behind the error's name.
+        while (IsA(Piece::kError)) ++at_;
+        if (IsA(Piece::kWord)) ++at_;
+        if (IsA(Piece::kBracket)) ++at_;
+        if (IsA(Piece::kError)) ++at_;
+        if (at_ == start && !(IsA(Piece::kQuoted) && QuotedFirstSheet())) return false;
+        // Two pieces that no operator joins, and a second sheet's mark.
+        if (IsA(Piece::kQuoted) || IsA(Piece::kWord) || Is(u'!')) return false;
         return Is(u'(') ? Bracketed(true) : true;
+    }
+
+    bool IsA(Piece::Kind kind) const { return More() && pieces_[at_].kind == kind; }
+
+    // A sheet or a book in front of cells or a name, up to its "!". False when the
+    // mark is where nothing can be marked.
+    bool Prefix() {
+        std::size_t end = at_;
+        const auto isAt = [&](Piece::Kind kind) {
+            return end < pieces_.size() && pieces_[end].kind == kind;
+        };
+        if (isAt(Piece::kBracket)) ++end;
+        const std::size_t name = end;
+        while (isAt(Piece::kError)) ++end;  // a sheet that is lost
+        if (isAt(Piece::kWord) || isAt(Piece::kQuoted)) ++end;
+        if (end >= pieces_.size() || !pieces_[end].Is(u'!')) return true;
+        if (end == at_) return false;
+        const auto parts = end == name + 1
+                               ? SplitReference(std::u16string(pieces_[name].text) + u"!A1")
+                               : std::nullopt;
+        if (parts) sheet_ = parts->sheet;
+        at_ = end + 1;
+        return true;
+    }
+
+    // The first of several sheets: 'Sheet 1':'Sheet 4'!C1.
+    bool QuotedFirstSheet() {
+        ++at_;
+        return Is(u':');
     }
 
     bool Bracketed(bool isCall) {
@@ -102,6 +137,7 @@ private:
         if (!Expressions(isCall) || !Is(u')')) return false;
         ++at_;
         --depth_;
+        sheet_.clear();  // what is within has named its own
         return true;
     }
 
@@ -131,6 +167,7 @@ private:
     const std::vector<Piece> pieces_;
     std::size_t at_ = 0;
     int depth_ = 0;
+    std::u16string sheet_;  // that the operand read last begins with
 };
 
 }  // namespace

@@ -240,6 +240,14 @@ void ReadActive(const Json& json, const std::string& where, Model& model) {
     });
 }
 
+void ReadAddin(const Json& json, const std::string& where, Model& model) {
+    Object(json, where);
+    Member(json, "name", where,
+           [&](const Json& item, const std::string& at) { model.addinName = Text(item, at); });
+    Member(json, "path", where,
+           [&](const Json& item, const std::string& at) { model.addinPath = Text(item, at); });
+}
+
 void ReadAnswers(const Json& json, const std::string& where,
                  std::unordered_map<std::u16string, Answer>& answers) {
     for (const auto& [key, answer] : Object(json, where).items()) {
@@ -268,6 +276,8 @@ Model LoadDocument(const Json& document) {
            [&](const Json& item, const std::string& at) { ReadAnswers(item, at, model.evaluate); });
     Member(document, "write", where,
            [&](const Json& item, const std::string& at) { ReadAnswers(item, at, model.write); });
+    Member(document, "addin", where,
+           [&](const Json& item, const std::string& at) { ReadAddin(item, at, model); });
     Member(document, "literals", where,
            [&](const Json& item, const std::string& at) { model.literals = Flag(item, at); });
     Member(document, "calculation", where,

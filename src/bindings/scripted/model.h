@@ -99,6 +99,9 @@ struct Model {
     bool literals = false;  // numbers, texts and TRUE/FALSE evaluate to themselves
     int calculation = -4105;
     bool screenUpdating = true;
+    // The add-in's own workbook: its name, and the folder that holds it.
+    std::u16string addinName = u"KorvaneExplorer.xla";
+    std::u16string addinPath;
     // How the document asks to be explored, if it does.
     std::optional<bool> bEveryFunction;
     std::optional<bool> bPreciseCalc;

@@ -14,6 +14,9 @@ namespace korvane::scripted {
 class ScriptedApplication : public host::Application {
 public:
     explicit ScriptedApplication(ScriptedHost& host) : host_(host), counted_(host) {}
+    ScriptedApplication(const ScriptedApplication&) = delete;
+    ScriptedApplication& operator=(const ScriptedApplication&) = delete;
+    ~ScriptedApplication() override { host_.keys.clear(); }
 
     std::u16string Version() override;
     std::u16string Caption() override;

@@ -4,44 +4,25 @@
 
 #include "base/error.h"
 #include "base/text.h"
+#include "bindings/scripted/civil_date.h"
 #include "bindings/scripted/objects.h"
 #include "bindings/scripted/scripted_command_bars.h"
 
 namespace korvane::scripted {
 namespace {
 
-struct CivilDate {
-    std::int64_t year;
-    unsigned month;
-    unsigned day;
-};
-
-// Howard Hinnant's days-to-civil: `days` counts from 1 January 1970.
-CivilDate ToCivil(std::int64_t days) {
-    days += 719468;
-    const std::int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-    const auto dayOfEra = static_cast<unsigned>(days - era * 146097);
-    const unsigned yearOfEra =
-        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const unsigned dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const unsigned shifted = (5 * dayOfYear + 2) / 153;
-    const unsigned month = shifted < 10 ? shifted + 3 : shifted - 9;
-    return {static_cast<std::int64_t>(yearOfEra) + era * 400 + (month <= 2 ? 1 : 0), month,
-            dayOfYear - (153 * shifted + 2) / 5 + 1};
-}
-
 class SinkSubscription : public host::Subscription {
 public:
-    SinkSubscription(ScriptedHost& host, host::ApplicationEvents& sink) : host_(host), sink_(sink) {
-        host_.applicationSinks.insert(&sink_);
-    }
+    SinkSubscription(ScriptedHost& host, host::ApplicationEvents& sink)
+        : host_(host), counted_(host), place_(host.applicationSinks.insert(&sink)) {}
     SinkSubscription(const SinkSubscription&) = delete;
     SinkSubscription& operator=(const SinkSubscription&) = delete;
-    ~SinkSubscription() override { host_.applicationSinks.erase(&sink_); }
+    ~SinkSubscription() override { host_.applicationSinks.erase(place_); }
 
 private:
     ScriptedHost& host_;
-    host::ApplicationEvents& sink_;
+    ScriptedHost::Counted counted_;
+    std::multiset<host::ApplicationEvents*>::iterator place_;
 };
 
 }  // namespace
@@ -58,7 +39,7 @@ std::u16string ScriptedApplication::Caption() {
 
 std::int64_t ScriptedApplication::Hwnd() {
     host_.Enter("Application.Hwnd");
-    return 1;
+    return host_.hwnd;
 }
 
 void ScriptedApplication::SetStatusBar(const korvane::Value& text) {
@@ -133,10 +114,7 @@ host::CommandBarsPtr ScriptedApplication::CommandBars() {
 
 host::WorkbookPtr ScriptedApplication::ThisWorkbook() {
     host_.Enter("Application.ThisWorkbook");
-    auto book = std::make_shared<Book>();
-    book->name = host_.thisWorkbookName;
-    book->path = host_.thisWorkbookPath;
-    return std::make_shared<ScriptedWorkbook>(host_, std::move(book));
+    return host_.AddinWorkbook();
 }
 
 void ScriptedApplication::OnKey(const std::u16string& key, const std::u16string& procedure) {
@@ -158,13 +136,12 @@ std::u16string ScriptedApplication::DecimalSeparator() {
 // The short date of the English (US) locale: "11/21/2026", "11/21/2026 1:10:30 PM".
 std::u16string ScriptedApplication::DateText(double serial) {
     host_.Enter("Application.DateText");
-    constexpr std::int64_t kEpoch = 25569;  // 1 January 1970 as a serial day
     constexpr std::int64_t kDaySeconds = 86400;
     const auto seconds = static_cast<std::int64_t>(std::llround(serial * kDaySeconds));
     std::int64_t days = seconds / kDaySeconds;
     std::int64_t time = seconds % kDaySeconds;
     if (time < 0) time += kDaySeconds, --days;
-    const CivilDate date = ToCivil(days - kEpoch);
+    const CivilDate date = CivilDateOf(days);
     std::array<char, 64> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%u/%u/%lld", date.month, date.day,
                   static_cast<long long>(date.year));
@@ -186,8 +163,9 @@ host::SubscriptionPtr ScriptedApplication::Connect(host::ApplicationEvents& sink
 
 void ScriptedHost::RaiseWindowActivate() {
     if (!enableEvents) return;
-    const auto sinks = applicationSinks;  // a sink may let go while it is called
+    const auto sinks = applicationSinks;  // sinks may let go while one is called
     for (auto* sink : sinks) {
+        if (!applicationSinks.contains(sink)) continue;
         sink->WindowActivate(std::make_shared<ScriptedWorkbook>(*this, model_.activeBook));
     }
 }

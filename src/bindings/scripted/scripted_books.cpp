@@ -31,6 +31,7 @@ void ScriptedWorkbook::Activate() {
     host_.Enter("Workbook.Activate");
     RequireOpen(*book_);
     if (host_.model().activeBook == book_) return;
+    if (book_->sheets.empty()) throw Error(kErrorApplication, u"An add-in has no window");
     host_.model().activeBook = book_;
     host_.model().activeSheet = book_->sheets.front().get();
     host_.model().activeCell = host_.selection = Area{};
@@ -72,18 +73,23 @@ void ScriptedWorksheet::Activate() {
 host::NamePtr ScriptedNames::Item(std::u16string_view text) {
     host_.Enter("Names.Item", text);
     RequireOpen(*book_);
-    const DefinedNames& names = sheet_ ? sheet_->names : book_->names;
-    if (names.empty()) return nullptr;
+    const Sheet* sheet = sheet_;
+    if (sheet && sheet->names.empty()) return nullptr;
     std::u16string key(text);
-    if (sheet_) {
+    // A sheet's own name is also found through the workbook, by its sheet.
+    if (sheet || text.find(u'!') != std::u16string_view::npos) {
         const auto parts = SplitReference(text);
         if (!parts) return nullptr;
-        if (!parts->sheet.empty() && !EqualIgnoringCase(parts->sheet, sheet_->name)) return nullptr;
+        if (!parts->book.empty() && !EqualIgnoringCase(parts->book, book_->name)) return nullptr;
+        const Sheet* const named = parts->sheet.empty() ? sheet : book_->FindSheet(parts->sheet);
+        if (!named || (sheet && named != sheet)) return nullptr;
+        sheet = named;
         key = parts->rest;
     }
+    const DefinedNames& names = sheet ? sheet->names : book_->names;
     const auto found = names.find(Fold(key));
     if (found == names.end()) return nullptr;
-    return std::make_shared<ScriptedName>(host_, book_, sheet_, found->second);
+    return std::make_shared<ScriptedName>(host_, book_, sheet, found->second);
 }
 
 std::u16string ScriptedName::Name_() {

@@ -13,13 +13,17 @@ using DataPtr = std::shared_ptr<ControlData>;
 
 host::CommandBarControlPtr ControlHandle(ScriptedHost& host, DataPtr data);
 
+void RequireOnBar(const ControlData& control) {
+    if (!control.parent) throw Error(kErrorObjectGone, u"The control was deleted");
+}
+
 class ScriptedControls : public host::CommandBarControls {
 public:
     ScriptedControls(ScriptedHost& host, DataPtr owner)
         : host_(host), counted_(host), owner_(std::move(owner)) {}
 
     host::CommandBarControlPtr Add(const NewControl& control) override {
-        host_.Enter("CommandBarControls.Add");
+        Enter("CommandBarControls.Add");
         const auto count = static_cast<int>(owner_->children.size());
         const int before = control.before.value_or(count + 1);
         if (before < 1 || before > count + 1) throw Error(kErrorInvalidCall, u"No such place");
@@ -33,11 +37,11 @@ public:
         return ControlHandle(host_, data);
     }
     int Count() override {
-        host_.Enter("CommandBarControls.Count");
+        Enter("CommandBarControls.Count");
         return static_cast<int>(owner_->children.size());
     }
     host::CommandBarControlPtr Item(int index) override {
-        host_.Enter("CommandBarControls.Item");
+        Enter("CommandBarControls.Item");
         if (index < 1 || index > static_cast<int>(owner_->children.size())) {
             throw Error(kErrorInvalidCall, u"No such control");
         }
@@ -45,6 +49,11 @@ public:
     }
 
 private:
+    void Enter(const char* member) {
+        host_.Enter(member);
+        RequireOnBar(*owner_);
+    }
+
     ScriptedHost& host_;
     ScriptedHost::Counted counted_;
     DataPtr owner_;
@@ -52,27 +61,25 @@ private:
 
 class ClickSubscription : public host::Subscription {
 public:
-    ClickSubscription(DataPtr data, host::CommandBarButtonEvents& sink)
-        : data_(std::move(data)), sink_(sink) {
-        data_->sinks.insert(&sink_);
-    }
+    ClickSubscription(ScriptedHost& host, DataPtr data, host::CommandBarButtonEvents& sink)
+        : counted_(host), data_(std::move(data)), place_(data_->sinks.insert(&sink)) {}
     ClickSubscription(const ClickSubscription&) = delete;
     ClickSubscription& operator=(const ClickSubscription&) = delete;
-    ~ClickSubscription() override { data_->sinks.erase(&sink_); }
+    ~ClickSubscription() override { data_->sinks.erase(place_); }
 
 private:
+    ScriptedHost::Counted counted_;
     DataPtr data_;
-    host::CommandBarButtonEvents& sink_;
+    std::multiset<host::CommandBarButtonEvents*>::iterator place_;
 };
 
-class ScriptedButton : public host::CommandBarButton {
+// What buttons and submenus have in common.
+template <typename Interface>
+class ScriptedControl : public Interface {
 public:
-    ScriptedButton(ScriptedHost& host, DataPtr data)
+    ScriptedControl(ScriptedHost& host, DataPtr data)
         : host_(host), counted_(host), data_(std::move(data)) {}
 
-    std::u16string TypeName() const override {
-        return data_->type == host::msoControlPopup ? u"CommandBarPopup" : u"CommandBarButton";
-    }
     int Id() override { return Enter("CommandBarControl.Id").id; }
     std::u16string Caption() override { return Enter("CommandBarControl.Caption").caption; }
     void SetCaption(const std::u16string& caption) override {
@@ -90,18 +97,36 @@ public:
     void SetVisible(bool visible) override {
         Enter("CommandBarControl.SetVisible").visible = visible;
     }
-    void Delete() override {
-        ControlData& data = Enter("CommandBarControl.Delete");
-        auto& siblings = data.parent->children;
-        siblings.erase(std::find(siblings.begin(), siblings.end(), data_));
-        data.parent = nullptr;
-    }
+    void Delete() override { Enter("CommandBarControl.Delete").Delete(); }
     host::CommandBarControlsPtr Controls() override {
         if (Enter("CommandBarControl.Controls").type != host::msoControlPopup) {
             throw Error(kErrorApplication, u"Only a submenu has controls");
         }
         return std::make_shared<ScriptedControls>(host_, data_);
     }
+
+protected:
+    ControlData& Enter(const char* member) {
+        host_.Enter(member);
+        RequireOnBar(*data_);
+        return *data_;
+    }
+
+    ScriptedHost& host_;
+    ScriptedHost::Counted counted_;
+    DataPtr data_;
+};
+
+class ScriptedPopup : public ScriptedControl<host::CommandBarControl> {
+public:
+    using ScriptedControl::ScriptedControl;
+    std::u16string TypeName() const override { return u"CommandBarPopup"; }
+};
+
+class ScriptedButton : public ScriptedControl<host::CommandBarButton> {
+public:
+    using ScriptedControl::ScriptedControl;
+
     void SetStyle(int style) override { Enter("CommandBarButton.SetStyle").style = style; }
     void SetPicture(const std::string& image) override {
         Enter("CommandBarButton.SetPicture").picture = image;
@@ -111,19 +136,9 @@ public:
     }
     host::SubscriptionPtr Connect(host::CommandBarButtonEvents& sink) override {
         Enter("CommandBarButton.Connect");
-        return std::make_unique<ClickSubscription>(data_, sink);
+        return std::make_unique<ClickSubscription>(host_, data_, sink);
     }
-
-private:
-    ControlData& Enter(const char* member) {
-        host_.Enter(member);
-        if (!data_->parent) throw Error(kErrorObjectGone, u"The control was deleted");
-        return *data_;
-    }
-
-    ScriptedHost& host_;
-    ScriptedHost::Counted counted_;
-    DataPtr data_;
+    const DataPtr& data() const { return data_; }
 };
 
 class ScriptedCommandBar : public host::CommandBar {
@@ -142,7 +157,23 @@ private:
 };
 
 host::CommandBarControlPtr ControlHandle(ScriptedHost& host, DataPtr data) {
+    if (data->type == host::msoControlPopup) {
+        return std::make_shared<ScriptedPopup>(host, std::move(data));
+    }
     return std::make_shared<ScriptedButton>(host, std::move(data));
+}
+
+// A line of BarsText.
+void AppendControl(std::string& text, const ControlData& control, int depth) {
+    text.append(2 * static_cast<std::size_t>(depth - 1), ' ').append(ToUtf8(control.caption));
+    if (depth > 1) text += " id=" + std::to_string(control.id);
+    if (!control.tag.empty()) text += " tag=" + ToUtf8(control.tag);
+    if (!control.parameter.empty()) text += " parameter=" + ToUtf8(control.parameter);
+    if (control.beginGroup) text += " group";
+    if (control.style != 0) text += " style=" + std::to_string(control.style);
+    if (!control.visible) text += " hidden";
+    if (control.temporary) text += " temporary";
+    text += '\n';
 }
 
 }  // namespace
@@ -157,9 +188,16 @@ ControlData& ControlData::Add(int newType, int newId, std::u16string newCaption)
     return *child;
 }
 
-void ControlData::Walk(const std::function<void(ControlData&)>& visit) {
-    visit(*this);
-    for (const auto& child : children) child->Walk(visit);
+void ControlData::Walk(const std::function<void(ControlData&, int depth)>& visit, int depth) {
+    visit(*this, depth);
+    for (const auto& child : children) child->Walk(visit, depth + 1);
+}
+
+void ControlData::Delete() {
+    const auto self = shared_from_this();
+    auto& siblings = parent->children;
+    siblings.erase(std::find(siblings.begin(), siblings.end(), self));
+    Walk([](ControlData& control, int /*depth*/) { control.parent = nullptr; });
 }
 
 std::shared_ptr<ControlData> BuiltInBars() {
@@ -188,7 +226,7 @@ host::CommandBarPtr ScriptedCommandBars::Item(const std::u16string& name) {
 host::CommandBarControlPtr ScriptedCommandBars::FindControl(const std::u16string& tag) {
     host_.Enter("CommandBars.FindControl", tag);
     DataPtr found;
-    host_.bars()->Walk([&](ControlData& control) {
+    host_.bars()->Walk([&](ControlData& control, int /*depth*/) {
         if (!found && control.parent && control.tag == tag) found = control.shared_from_this();
     });
     return found ? ControlHandle(host_, found) : nullptr;
@@ -196,14 +234,28 @@ host::CommandBarControlPtr ScriptedCommandBars::FindControl(const std::u16string
 
 // The host raises a click for every sink that is bound to a control of the tag.
 void ScriptedHost::RaiseClick(const host::CommandBarControlPtr& control, bool& cancelDefault) {
-    const auto button = std::dynamic_pointer_cast<host::CommandBarButton>(control);
-    if (!button) return;
-    std::set<host::CommandBarButtonEvents*> sinks;
-    const std::u16string tag = button->Tag();
-    bars_->Walk([&](ControlData& data) {
-        if (data.tag == tag) sinks.insert(data.sinks.begin(), data.sinks.end());
+    const auto button = std::dynamic_pointer_cast<ScriptedButton>(control);
+    if (!button || !button->data()->parent) return;
+    const std::u16string tag = button->data()->tag;
+    const auto bound = [&] {
+        std::multiset<host::CommandBarButtonEvents*> sinks;
+        bars_->Walk([&](ControlData& data, int /*depth*/) {
+            if (data.tag == tag) sinks.insert(data.sinks.begin(), data.sinks.end());
+        });
+        return sinks;
+    };
+    for (auto* sink : bound()) {
+        // Sinks may let go while one is called.
+        if (bound().contains(sink)) sink->Click(button, cancelDefault);
+    }
+}
+
+std::string ScriptedHost::BarsText() const {
+    std::string text;
+    bars_->Walk([&](ControlData& control, int depth) {
+        if (depth > 0) AppendControl(text, control, depth);
     });
-    for (auto* sink : sinks) sink->Click(button, cancelDefault);
+    return text;
 }
 
 }  // namespace korvane::scripted

@@ -26,11 +26,13 @@ struct ControlData : std::enable_shared_from_this<ControlData> {
     std::string mask;
     ControlData* parent = nullptr;  // null once it is deleted, and for the root
     std::vector<std::shared_ptr<ControlData>> children;
-    std::set<host::CommandBarButtonEvents*> sinks;
+    std::multiset<host::CommandBarButtonEvents*> sinks;  // one for each subscription
 
     ControlData& Add(int newType, int newId, std::u16string newCaption);
-    // Itself and everything below, in order.
-    void Walk(const std::function<void(ControlData&)>& visit);
+    // Itself and everything below, in order; `depth` is 0 for itself.
+    void Walk(const std::function<void(ControlData&, int depth)>& visit, int depth = 0);
+    // Takes it off its bar: neither it nor anything below answers any more.
+    void Delete();
 };
 
 // "Worksheet Menu Bar" with the Tools menu (30007) and in it the formula

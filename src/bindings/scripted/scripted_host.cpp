@@ -1,22 +1,37 @@
 #include "bindings/scripted/scripted_host.h"
 
-#include <algorithm>
 #include <cassert>
 
 #include "base/error.h"
-#include "base/text.h"
 #include "bindings/scripted/objects.h"
 #include "bindings/scripted/scripted_command_bars.h"
 
 namespace korvane::scripted {
 
-ScriptedHost::ScriptedHost(Model model)
-    : selection(model.activeCell), model_(std::move(model)), bars_(BuiltInBars()) {}
+ScriptedHost::ScriptedHost(Model model, std::shared_ptr<Accesses> accesses)
+    : thisWorkbookName(model.addinName),
+      thisWorkbookPath(model.addinPath),
+      selection(model.activeCell),
+      model_(std::move(model)),
+      accesses_(accesses ? std::move(accesses) : std::make_shared<Accesses>()),
+      bars_(BuiltInBars()) {}
 
 ScriptedHost::~ScriptedHost() { assert(liveHandles_ == 0); }
 
 host::ApplicationPtr ScriptedHost::Application() {
-    return std::make_shared<ScriptedApplication>(*this);
+    auto application = application_.lock();
+    if (!application) {
+        application = std::make_shared<ScriptedApplication>(*this);
+        application_ = application;
+    }
+    return application;
+}
+
+host::WorkbookPtr ScriptedHost::AddinWorkbook() {
+    auto book = std::make_shared<Book>();
+    book->name = thisWorkbookName;
+    book->path = thisWorkbookPath;
+    return std::make_shared<ScriptedWorkbook>(*this, std::move(book));
 }
 
 host::RangePtr ScriptedHost::RangeAt(const Place& place) {
@@ -29,18 +44,6 @@ std::optional<Place> ScriptedHost::FindCells(const std::u16string& text) const {
     } catch (const Error&) {
         return std::nullopt;  // the document lets this very text fail
     }
-}
-
-int ScriptedHost::CountOf(const std::string& member) const {
-    return static_cast<int>(std::count_if(log_.begin(), log_.end(), [&](const std::string& line) {
-        return line == member || line.compare(0, member.size() + 1, member + " ") == 0;
-    }));
-}
-
-void ScriptedHost::FailNothing() {
-    failAt_ = 0;
-    failMembers_.clear();
-    lastFailure_.clear();
 }
 
 void ScriptedHost::CloseBook(const std::u16string& name) {
@@ -56,22 +59,6 @@ void ScriptedHost::CloseBook(const std::u16string& name) {
         return;
     }
     nothingOpen = true;
-}
-
-void ScriptedHost::Enter(const char* member, std::u16string_view detail) {
-    ++calls_;
-    if (logging_) {
-        std::string line = member;
-        if (!detail.empty()) line.append(" ").append(ToUtf8(detail));
-        log_.push_back(std::move(line));
-    }
-    bool fails = calls_ == failAt_;
-    if (const auto found = failMembers_.find(member); found != failMembers_.end()) {
-        fails = fails || found->second.every || --found->second.left == 0;
-    }
-    if (!fails) return;
-    lastFailure_ = member;
-    throw Error(kErrorApplication, ToUtf16(std::string(member) + " failed"));
 }
 
 }  // namespace korvane::scripted

@@ -20,8 +20,21 @@ TEST(ExcelText, ShowsWhatExcelShows) {
     EXPECT_EQ(Show(u"xlookup(1,A1)"), "XLOOKUP(1,A1)");
     EXPECT_EQ(Show(u"MyFunction(1)"), "MyFunction(1)");
     EXPECT_EQ(Show(u"some_name+1"), "some_name+1");
-    EXPECT_EQ(Show(u"['file:///p/b.xlsx']Sheet!A1"), "[b.xlsx]Sheet!A1");
-    EXPECT_EQ(Show(u"['file:///p/a%20b.xlsx']'My Sheet'!A1"), "'[a b.xlsx]My Sheet'!A1");
+}
+
+TEST(ExcelText, QuotesSheetsAsAddressesDo) {
+    EXPECT_EQ(Show(u"A1!B2+R1C1!B2+RC!B2+1E5!B2+TRUE!B2"),
+              "'A1'!B2+'R1C1'!B2+'RC'!B2+'1E5'!B2+'TRUE'!B2");
+    EXPECT_EQ(Show(u"'A.B'!B2+'My Sheet'!B2+'It''s'!B2+Data!A1:B2"),
+              "A.B!B2+'My Sheet'!B2+'It''s'!B2+Data!A1:B2");
+    EXPECT_EQ(Show(u"'[b.xlsx]My Sheet'!A1+[b.xlsx]S!A1"), "'[b.xlsx]My Sheet'!A1+[b.xlsx]S!A1");
+    EXPECT_EQ(Read(u"1E5!B2+'Data'!B2+A1!B2"), "'1E5'!B2+Data!B2+'A1'!B2");
+    EXPECT_EQ(Read(u"'S 1:S 4'!A1"), "'S 1:S 4'!A1");
+}
+
+TEST(ExcelText, WritesExponentsAsExcelDoes) {
+    EXPECT_EQ(Show(u"1E+020*1.5E-007+1E+100"), "1E+20*1.5E-07+1E+100");
+    EXPECT_EQ(Show(u"E+020+A1E+020+\"1E+020\""), "E+020+A1E+020+\"1E+020\"");
 }
 
 TEST(ExcelText, ReadsWhatExcelWrites) {
@@ -41,11 +54,6 @@ TEST(ExcelText, KeepsExcelsOwnRounding) {
     EXPECT_EQ(ToUtf8(TextForParser(u"CEILING(A1,2)", u"Own.ods").text), "CEILING(A1,2)");
 }
 
-TEST(ExcelText, FindsReferencesToTables) {
-    EXPECT_EQ(TableReferencesIn(u"=SUM(T1[[#This Row];[A b]:[C]];T_2[])+T3[D]"),
-              (std::vector<std::u16string>{u"T1[[#This Row],[A b]:[C]]", u"T_2[]", u"T3[D]"}));
-}
-
 TEST(ExcelText, TellsOtherBooks) {
     EXPECT_TRUE(TextForParser(u"[b.xlsx]S!A1", u"Own.xls").otherBook);
     EXPECT_TRUE(TextForParser(u"SUM('[b.xlsx]My S'!A1)", u"Own.xls").otherBook);
@@ -53,11 +61,6 @@ TEST(ExcelText, TellsOtherBooks) {
     EXPECT_FALSE(TextForParser(u"\"[b.xlsx]S!A1\"", u"Own.xls").otherBook);
     EXPECT_FALSE(TextForParser(u"[Own.xls]S!A1", u"Own.xls").otherBook);
     EXPECT_FALSE(TextForParser(u"Table1[Col]", u"Own.xls").otherBook);
-}
-
-TEST(ExcelText, FindsErrorNamesOutsideQuotations) {
-    EXPECT_EQ(ErrorsIn(u"#N/A+\"#REF!\"+#div/0!"),
-              (std::vector<std::u16string>{u"#N/A", u"#DIV/0!"}));
 }
 
 }  // namespace

@@ -25,6 +25,15 @@ TEST(WellFormed, FormulasAre) {
                                  u"{-1,#N/A}",
                                  u"#N/A",
                                  u"S!#REF!",
+                                 u"#REF!A1+#REF!",
+                                 u"S!$A#REF!",
+                                 u"[1]!Name",
+                                 u"S!A1:S!B2",
+                                 u"'My S'!A1:'[B.xls]My S'!C1 S!B2",
+                                 u"[B.xls]S!A1:s!B2",
+                                 u"S!A1:INDEX(T!B1:B2,1)",
+                                 u"S:T!A1:B2",
+                                 u"'S 1':'T 1'!A1",
                                  u"1.5E-10",
                                  u"A1<>B1",
                                  u"A1<=-1",
@@ -47,6 +56,13 @@ TEST(WellFormed, BrokenTextsAreNot) {
          {u"",     u" ",  u"SUM(1,2", u"SUM(1,2))", u"1+", u"*1",   u"A1+*2",    u"\"abc", u"'S!A1",
           u"{1,2", u"{}", u"{1,,2}",  u"{SUM(1)}",  u"()", u"(1,)", u"SUM(1;2)", u"'S'",   u"S!",
           u"!A1!", u"1,", u"A1&",     u"[B.xls",    u"="}) {
+        EXPECT_FALSE(IsWellFormed(text)) << ToUtf8(text);
+    }
+}
+
+TEST(WellFormed, AReferenceNamesOneSheet) {
+    for (const char16_t* text : {u"Data!A1:B2Data!B1:B3", u"S!A1:T!B2", u"S!T!A1", u"S!A1!B2",
+                                 u"'My S'!'My T'!A1", u"A1'S'!B2", u"\"a\"A1", u"(A1)B1"}) {
         EXPECT_FALSE(IsWellFormed(text)) << ToUtf8(text);
     }
 }

@@ -169,7 +169,8 @@ OpenBook::OpenBook(const std::string& fileName, const std::string& content)
 
 OpenBook::OpenBook(const std::string& path)
     : model_(office::OpenWorkbook(OfficeContext(), path)),
-      application_(std::make_unique<CalcApplication>(OfficeContext(), model_)) {}
+      application_(std::make_unique<CalcApplication>(
+          OfficeContext(), model_, AddinFile{u"korvane-office.so", u"/add-in"})) {}
 
 OpenBook::~OpenBook() { Close(); }
 
@@ -196,7 +197,14 @@ std::string OpenBook::Snapshot() const {
                Reference<css::util::XModifiable>(model_, UNO_QUERY_THROW)->isModified());
     const auto undo =
         Reference<css::document::XUndoManagerSupplier>(model_, UNO_QUERY_THROW)->getUndoManager();
-    out << " undo " << undo->getAllUndoActionTitles().getLength() << " locked "
+    for (const auto& title : undo->getAllUndoActionTitles())
+        out << " undo " << ToUtf8(ToText(title));
+    for (const auto& title : undo->getAllRedoActionTitles())
+        out << " redo " << ToUtf8(ToText(title));
+    bool undoEnabled = false;
+    Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)
+        ->getPropertyValue(ToOUString(u"IsUndoEnabled")) >>= undoEnabled;
+    out << " recording " << static_cast<int>(undoEnabled) << " locked "
         << static_cast<int>(undo->isLocked()) << " controllers "
         << static_cast<int>(model_->hasControllersLocked()) << '\n';
     for (int sheet = 0; sheet < document.SheetCount(); ++sheet) {
@@ -204,8 +212,9 @@ std::string OpenBook::Snapshot() const {
         Reference<css::sheet::XUsedAreaCursor>(cursor, UNO_QUERY_THROW)->gotoEndOfUsedArea(false);
         const auto end = Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)
                              ->getRangeAddress();
-        out << ToUtf8(document.SheetName(sheet)) << " to " << end.EndRow << ' ' << end.EndColumn
-            << '\n';
+        // Not the last column: where all columns are formatted, it is the last one
+        // that Calc has had a reason to make, and reading a cell is a reason.
+        out << ToUtf8(document.SheetName(sheet)) << " to " << end.EndRow << '\n';
         for (sal_Int32 row = 0; row <= std::min(end.EndRow, sal_Int32{2000}); ++row) {
             for (sal_Int32 column = 0; column <= std::min(end.EndColumn, sal_Int32{200});
                  ++column) {

@@ -61,7 +61,7 @@ public:
     void Close();
 
     // Everything that exploring must leave as it is: every cell's formula, value,
-    // text, number format and fill, the modified flag, the undo list.
+    // text, number format and fill, the modified flag, the undo and redo lists.
     std::string Snapshot() const;
 
 private:

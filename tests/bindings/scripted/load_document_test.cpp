@@ -14,6 +14,19 @@ using Json = nlohmann::json;
 
 Model Load(const std::string& text) { return LoadDocument(Json::parse(text)); }
 
+TEST(LoadDocument, ReadsWhereTheAddinStands) {
+    const std::string books = R"("workbooks":[{"sheets":[{}]}])";
+    const Model silent = Load("{" + books + "}");
+    EXPECT_EQ(silent.addinName, u"KorvaneExplorer.xla");
+    EXPECT_EQ(silent.addinPath, u"");
+    const ScriptedHost host(
+        Load("{" + books + R"(,"addin":{"name":"Other.xla","path":"C:\\Add-ins"}})"));
+    EXPECT_EQ(host.thisWorkbookName, u"Other.xla");
+    EXPECT_EQ(host.thisWorkbookPath, u"C:\\Add-ins");
+    EXPECT_THROW(Load("{" + books + R"(,"addin":"Other.xla"})"), DocumentError);
+    EXPECT_THROW(Load("{" + books + R"(,"addin":{"path":1}})"), DocumentError);
+}
+
 TEST(LoadDocument, ReadsEveryMember) {
     Model model =
         Load(R"j({"workbooks":[{"name":"B.xls","names":{"Rate":"=S!$B$2","Two":"2"},"sheets":[

@@ -73,6 +73,30 @@ TEST_F(ScriptedApplicationTest, BindsKeysAndGivesThemBack) {
     EXPECT_TRUE(host_->keys.empty());
 }
 
+TEST_F(ScriptedApplicationTest, GivesTheKeysBackWhenItIsLetGo) {
+    application_->OnKey(u"^%e", u"Explore");
+    auto other = host_->Application();
+    application_.reset();
+    EXPECT_EQ(host_->keys.size(), 1U) << "it is still held";
+    other.reset();
+    EXPECT_TRUE(host_->keys.empty());
+}
+
+TEST_F(ScriptedApplicationTest, HasTheWindowThatItIsGiven) {
+    EXPECT_EQ(application_->Hwnd(), 1);
+    host_->hwnd = 0;
+    EXPECT_EQ(application_->Hwnd(), 0);
+}
+
+TEST_F(ScriptedApplicationTest, ThisWorkbookIsTheAddinsOwn) {
+    host_->thisWorkbookName = u"Other.xla";
+    host_->thisWorkbookPath = u"C:\\Add-ins";
+    EXPECT_EQ(application_->ThisWorkbook()->Name(), u"Other.xla");
+    EXPECT_EQ(application_->ThisWorkbook()->Path(), u"C:\\Add-ins");
+    host_->FailMember("Application.ThisWorkbook");
+    EXPECT_THROW(application_->ThisWorkbook(), Error);
+}
+
 TEST_F(ScriptedApplicationTest, TellsItsSinksOfActivatedWindowsUntilTheyLetGo) {
     class Sink : public host::ApplicationEvents {
     public:
@@ -89,9 +113,48 @@ TEST_F(ScriptedApplicationTest, TellsItsSinksOfActivatedWindowsUntilTheyLetGo) {
     host_->RaiseWindowActivate();
     EXPECT_EQ(sink.names.size(), 1U) << "events are off";
     host_->enableEvents = true;
+    const int handles = host_->LiveHandles();
     subscription.reset();
+    EXPECT_EQ(host_->LiveHandles(), handles - 1) << "a subscription is a handle";
     host_->RaiseWindowActivate();
     EXPECT_EQ(sink.names.size(), 1U);
+}
+
+TEST_F(ScriptedApplicationTest, ASubscriptionTakesThePlaceOfAnotherOfTheSameSink) {
+    class Sink : public host::ApplicationEvents {
+    public:
+        void WindowActivate(const host::WorkbookPtr& /*workbook*/) override { ++raised; }
+        int raised = 0;
+    };
+    Sink sink;
+    auto subscription = application_->Connect(sink);
+    subscription = application_->Connect(sink);
+    host_->RaiseWindowActivate();
+    EXPECT_EQ(sink.raised, 1);
+    const auto second = application_->Connect(sink);
+    host_->RaiseWindowActivate();
+    EXPECT_EQ(sink.raised, 3) << "once for each subscription";
+}
+
+TEST_F(ScriptedApplicationTest, ASinkThatWasLetGoMeanwhileHearsNothing) {
+    class Sink : public host::ApplicationEvents {
+    public:
+        void WindowActivate(const host::WorkbookPtr& /*workbook*/) override {
+            ++raised;
+            other->subscription.reset();
+        }
+        Sink* other = nullptr;
+        host::SubscriptionPtr subscription;
+        int raised = 0;
+    };
+    Sink one;
+    Sink two;
+    one.other = &two;
+    two.other = &one;
+    one.subscription = application_->Connect(one);
+    two.subscription = application_->Connect(two);
+    host_->RaiseWindowActivate();
+    EXPECT_EQ(one.raised + two.raised, 1);
 }
 
 }  // namespace

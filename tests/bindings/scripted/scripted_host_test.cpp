@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/text.h"
+#include "host/name.h"
 #include "host/workbook.h"
 #include "host/worksheet.h"
 #include "support/exploring.h"
@@ -35,6 +36,48 @@ TEST_F(ScriptedHostTest, CountsTheHandlesThatAreHeld) {
         EXPECT_EQ(host_->LiveHandles(), 5) << "a value holds its object";
     }
     EXPECT_EQ(host_->LiveHandles(), 0);
+}
+
+TEST_F(ScriptedHostTest, HasOneApplicationForAllWhoHoldIt) {
+    auto application = host_->Application();
+    EXPECT_EQ(host_->Application(), application);
+    EXPECT_EQ(host_->LiveHandles(), 1);
+    application.reset();
+    EXPECT_EQ(host_->LiveHandles(), 0);
+    application = host_->Application();
+    EXPECT_EQ(host_->LiveHandles(), 1) << "and another one later";
+    EXPECT_EQ(application->Version(), u"11.0");
+}
+
+TEST_F(ScriptedHostTest, HandsTheAddinItsOwnWorkbook) {
+    host_->thisWorkbookPath = u"C:\\Add-ins";
+    const auto book = host_->AddinWorkbook();
+    EXPECT_EQ(host_->calls(), 0) << "being handed it is no access";
+    EXPECT_EQ(host_->LiveHandles(), 1);
+    EXPECT_EQ(book->Name(), u"KorvaneExplorer.xla");
+    EXPECT_EQ(book->Path(), u"C:\\Add-ins");
+    EXPECT_EQ(book->Names()->Item(u"Rate"), nullptr);
+    EXPECT_EQ(host_->calls(), 4);
+    EXPECT_THROW(book->Activate(), Error) << "an add-in has no window to bring to the front";
+    EXPECT_EQ(host_->model().activeBook->name, u"B.xls");
+    host_->FailMember("Workbook.Path");
+    EXPECT_THROW(book->Path(), Error);
+}
+
+TEST_F(ScriptedHostTest, SharesTheAccessesThatItIsGiven) {
+    const auto accesses = std::make_shared<Accesses>();
+    ScriptedHost one(Model{}, accesses);
+    ScriptedHost other(Model{}, accesses);
+    one.StartLog();
+    one.Application()->Version();
+    other.Application()->Caption();
+    EXPECT_EQ(other.log(),
+              (std::vector<std::string>{"Application.Version", "Application.Caption"}));
+    EXPECT_EQ(one.calls(), 2);
+    EXPECT_EQ(&one.accesses(), accesses.get());
+    other.FailMember("Application.Version");
+    EXPECT_THROW(one.Application()->Version(), Error);
+    EXPECT_EQ(host_->calls(), 0) << "a host without has its own";
 }
 
 TEST_F(ScriptedHostTest, NotesEveryAccessFromTheStartOn) {

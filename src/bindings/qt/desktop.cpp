@@ -1,0 +1,43 @@
+#include "bindings/qt/desktop.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+
+#include "bindings/qt/colours.h"
+
+namespace korvane::qt {
+namespace {
+
+platform::MonitorPlace PlaceOf(const QRect& rect) {
+    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
+}
+
+}  // namespace
+
+platform::ViewMetrics MetricsOf(const Units& units, const QMargins& frame) {
+    platform::ViewMetrics metrics;
+    metrics.protocol = platform::kLinkProtocol;
+    metrics.twipsPerPixelX = static_cast<float>(units.twipsX);
+    metrics.twipsPerPixelY = static_cast<float>(units.twipsY);
+    metrics.frame = {units.TwipsX(frame.left()), units.TwipsY(frame.top()),
+                     units.TwipsX(frame.right()), units.TwipsY(frame.bottom())};
+    // Qt names the primary one first.
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        metrics.monitors.push_back(
+            {PlaceOf(screen->geometry()), PlaceOf(screen->availableGeometry())});
+    }
+    metrics.windowBackground = FromQt(QGuiApplication::palette().color(QPalette::Base));
+    return metrics;
+}
+
+QMargins LikelyFrame() {
+    if (!KnowsForeignWindows()) return {};
+    const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return {1, title, 1, 1};
+}
+
+bool KnowsForeignWindows() { return QGuiApplication::platformName() == QLatin1String("xcb"); }
+
+}  // namespace korvane::qt

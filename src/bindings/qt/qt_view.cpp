@@ -1,0 +1,166 @@
+#include "bindings/qt/qt_view.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QWindow>
+#include <utility>
+
+#include "bindings/qt/desktop.h"
+#include "bindings/qt/text.h"
+
+namespace korvane::qt {
+
+using platform::WindowId;
+
+QtView::QtView(Listener listener)
+    : listener_(std::move(listener)),
+      desk_([this](const platform::Event& event) {
+          if (listener_.event) listener_.event(event);
+      }),
+      messages_([this](const platform::MessageAnswered& answer) {
+          if (listener_.answer) listener_.answer(answer);
+      }),
+      frame_(LikelyFrame()) {
+    desk_.units = UnitsOf(QApplication::font());
+    desk_.windowOf = [this](std::int64_t handle) { return WindowOf(handle); };
+    told_ = Metrics();
+    qApp->installEventFilter(this);
+    const auto look = [this] { LookAtDesktop(); };
+    connect(qApp, &QGuiApplication::screenAdded, this, look);
+    connect(qApp, &QGuiApplication::screenRemoved, this, look);
+    connect(qApp, &QGuiApplication::primaryScreenChanged, this, look);
+    for (QScreen* screen : QGuiApplication::screens()) {
+        connect(screen, &QScreen::geometryChanged, this, look);
+        connect(screen, &QScreen::availableGeometryChanged, this, look);
+    }
+}
+
+QtView::~QtView() {
+    const Desk::Quiet quiet(desk_);
+    forms_.clear();
+    for (const auto& form : retired_) delete form;
+}
+
+FormWindow* QtView::Find(WindowId window) const {
+    const auto found = forms_.find(window);
+    return found == forms_.end() ? nullptr : found->second.get();
+}
+
+void QtView::Apply(const platform::Change& change) {
+    if (!desk_.Take(change)) return;
+    const WindowId id = platform::WindowOf(change);
+    if (std::holds_alternative<platform::FormOpened>(change)) {
+        auto form = std::make_unique<FormWindow>(desk_, id);
+        form->SetStatus(status_);
+        forms_[id] = std::move(form);
+    } else if (std::holds_alternative<platform::FormClosed>(change)) {
+        // One of its own events may be what closes it.
+        FormWindow* form = forms_.at(id).release();
+        forms_.erase(id);
+        form->Retire();
+        form->deleteLater();
+        std::erase(retired_, nullptr);
+        retired_.emplace_back(form);
+    } else if (const auto* focus = std::get_if<platform::WindowFocused>(&change)) {
+        focus_ = focus->handle;
+    } else {
+        forms_.at(id)->Note(change);
+    }
+    SettleSoon();
+}
+
+void QtView::SettleSoon() {
+    if (std::exchange(settlesSoon_, true)) return;
+    QMetaObject::invokeMethod(
+        this, [this] { Settle(); }, Qt::QueuedConnection);
+}
+
+void QtView::Settle() {
+    settlesSoon_ = false;
+    if (std::exchange(desktopChanged_, false)) TellMetrics();
+    {
+        const Desk::Quiet quiet(desk_);
+        for (const auto& [id, form] : forms_) form->Settle();
+    }
+    if (focus_) Focus(*std::exchange(focus_, std::nullopt));
+    // What is told may close windows.
+    std::vector<WindowId> ids;
+    for (const auto& [id, form] : forms_) ids.push_back(id);
+    for (const WindowId id : ids) {
+        if (FormWindow* form = Find(id)) form->Reconcile();
+        if (FormWindow* form = Find(id)) LearnFrame(*form);
+    }
+}
+
+// ---- the desktop ---------------------------------------------------------
+
+platform::ViewMetrics QtView::Metrics() const { return MetricsOf(desk_.units, frame_); }
+
+void QtView::SetPictures(std::function<QPixmap(const QString&)> picture) {
+    desk_.picture = std::move(picture);
+}
+
+// How wide frames are is known once there is one.
+void QtView::LearnFrame(const FormWindow& form) {
+    if (!form.isVisible() || !form.windowHandle()) return;
+    const QMargins frame = form.windowHandle()->frameMargins();
+    if (frame.isNull() || frame == frame_) return;
+    frame_ = frame;
+    TellMetrics();
+}
+
+void QtView::LookAtDesktop() {
+    desktopChanged_ = true;
+    SettleSoon();
+}
+
+void QtView::TellMetrics() {
+    desk_.units = UnitsOf(QApplication::font());
+    const auto now = Metrics();
+    if (now == told_) return;
+    told_ = now;
+    if (listener_.metrics) listener_.metrics(now);
+}
+
+bool QtView::eventFilter(QObject* object, QEvent* event) {
+    const bool changes = event->type() == QEvent::ApplicationPaletteChange ||
+                         event->type() == QEvent::ApplicationFontChange;
+    if (object == qApp && changes) {
+        for (const auto& [id, form] : forms_) form->NoteAll();
+        LookAtDesktop();
+    }
+    return false;
+}
+
+QWindow* QtView::WindowOf(std::int64_t handle) {
+    if (handle > platform::kFirstOwnHandle) {
+        const FormWindow* form = Find(static_cast<WindowId>(handle - platform::kFirstOwnHandle));
+        return form ? form->windowHandle() : nullptr;
+    }
+    if (handle <= 0 || !KnowsForeignWindows()) return nullptr;
+    auto& window = foreign_[handle];
+    if (!window) window.reset(QWindow::fromWinId(static_cast<WId>(handle)));
+    return window.get();
+}
+
+void QtView::Focus(std::int64_t handle) {
+    QWindow* window = WindowOf(handle);
+    if (!window) return;
+    if (handle > platform::kFirstOwnHandle) window->raise();
+    window->requestActivate();
+}
+
+// ---- beside the windows --------------------------------------------------
+
+void QtView::Ask(const platform::MessageAsked& message) {
+    Settle();  // the box comes after what was shown before
+    QWidget* active = QApplication::activeWindow();
+    messages_.Ask(message, active ? active->windowHandle() : nullptr);
+}
+
+void QtView::ShowStatus(const platform::StatusShown& status) {
+    status_ = OnOneLine(status.text);
+    for (const auto& [id, form] : forms_) form->SetStatus(status_);
+}
+
+}  // namespace korvane::qt

@@ -1,0 +1,188 @@
+#include "desktop.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <thread>
+
+#include "explorer_like.h"
+#include "view_under_test.h"
+
+namespace korvane::test {
+namespace {
+
+struct Look {
+    const char* name;
+    const char* scale;
+    bool dark;
+};
+
+class OnADesktop : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const std::string why = Desktop::WhyNot();
+        if (!why.empty()) GTEST_SKIP() << "no desktop to test on: " << why;
+        desktop = std::make_unique<Desktop>();
+    }
+    // A view on it, with an explorer that is shown.
+    void Open(const Look& look = {"", "1", false}, std::vector<std::string> more = {}) {
+        auto environment = desktop->Environment();
+        environment.insert(environment.end(), more.begin(), more.end());
+        environment.push_back(std::string("QT_SCALE_FACTOR=") + look.scale);
+        environment.emplace_back("QT_STYLE_OVERRIDE=Fusion");
+        std::vector<std::string> arguments;
+        if (look.dark) arguments.emplace_back("--dark");
+        view = std::make_unique<ViewUnderTest>(environment, arguments);
+        ASSERT_TRUE(view->TakeUntil([this] { return !view->metrics.empty(); }));
+        explorer = std::make_unique<ExplorerLike>(view->windows);
+        explorer->form->Show();
+        ASSERT_TRUE(view->Settle());
+        view->TakeUntil([] { return false; }, 300ms);
+    }
+    void TearDown() override {
+        explorer.reset();
+        view.reset();
+    }
+    void Do(const std::string& what) {
+        desktop->Do(what);
+        view->TakeUntil([] { return false; }, 150ms);
+        ASSERT_TRUE(view->Settle());
+    }
+
+    std::unique_ptr<Desktop> desktop;
+    std::unique_ptr<ViewUnderTest> view;
+    std::unique_ptr<ExplorerLike> explorer;
+};
+
+class Looks : public OnADesktop, public ::testing::WithParamInterface<Look> {};
+
+TEST_P(Looks, ArePictured) {
+    Open(GetParam());
+    Do("key Down");
+    Do("key Down");
+    view->Send(platform::StatusShown{u"Selected: Sales!B2:B13"});
+    Do("sleep 0.1");
+    EXPECT_EQ(explorer->tree().SelectedNode(), 2);
+    desktop->Picture(std::string("explorer-") + GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Looks,
+                         ::testing::Values(Look{"light-1", "1", false}, Look{"dark-1", "1", true},
+                                           Look{"light-2", "2", false},
+                                           Look{"dark-1.5", "1.5", true}),
+                         [](const auto& tested) {
+                             std::string name = tested.param.name;
+                             for (char& ch : name) {
+                                 if (!std::isalnum(static_cast<unsigned char>(ch))) ch = '_';
+                             }
+                             return name;
+                         });
+
+TEST_F(OnADesktop, TheFirstControlHasTheFocus) {
+    Open();
+    EXPECT_EQ(explorer->form->FocusedControl(), explorer->tree().Id());
+    EXPECT_EQ(view->Told<platform::FormActivated>().size(), 1U);
+    Do("key Tab");
+    EXPECT_EQ(explorer->form->FocusedControl(), explorer->text().Id());
+}
+
+TEST_F(OnADesktop, AccessKeysReachTheirBoxes) {
+    Open();
+    view->events.clear();
+    Do("key alt+f");
+    EXPECT_TRUE(explorer->form->Get<platform::CheckBox>(u"chkEveryFunction").Checked());
+    // The key itself is the box's business; that Alt went down is told.
+    for (const auto& key : view->Told<platform::KeyDown>()) EXPECT_EQ(key.code, platform::kKeyAlt);
+    Do("key alt+q");
+    const auto keys = view->Told<platform::KeyDown>();
+    ASSERT_FALSE(keys.empty());
+    EXPECT_EQ(keys.back().code, 'Q');
+    EXPECT_EQ(keys.back().shift, platform::kAlt);
+}
+
+TEST_F(OnADesktop, TheWindowStaysWhereItIs) {
+    Open();
+    const auto before = explorer->form->GetPlace();
+    view->events.clear();
+    Do("key Down");
+    Do("key Tab");
+    EXPECT_TRUE(view->Told<platform::FormPlaced>().empty());
+    EXPECT_EQ(explorer->form->GetPlace(), before);
+}
+
+TEST_F(OnADesktop, TheCloseBoxAsks) {
+    Open();
+    bool byUser = false;
+    explorer->form->onQueryClose = [&byUser](bool user) {
+        byUser = user;
+        return true;
+    };
+    Do("key alt+F4");
+    EXPECT_TRUE(byUser);
+    EXPECT_TRUE(explorer->form->IsShown());
+    EXPECT_EQ(view->Told<platform::CloseAsked>().size(), 1U);
+}
+
+TEST_F(OnADesktop, EscapePressesTheCancelButton) {
+    Open();
+    Do("key Escape");
+    EXPECT_FALSE(explorer->form->IsOpen());
+}
+
+TEST_F(OnADesktop, TheUserResizesTheWindow) {
+    Open();
+    const auto before = explorer->form->GetPlace();
+    view->events.clear();
+    const auto id = desktop->Do("search --name 'Korvane Explorer'");
+    Do("windowsize " + id.substr(0, id.find('\n')) + " 800 600");
+    const auto after = explorer->form->GetPlace();
+    EXPECT_NE(after.width, before.width);
+    EXPECT_EQ(after.left, before.left);
+    EXPECT_EQ(after.top, before.top);
+    EXPECT_LE(view->Told<platform::FormPlaced>().size(), 2U);
+}
+
+// A bus of its own, so that the desktop that the tests run on hears nothing.
+TEST_F(OnADesktop, ScreenReadersFindEachRow) {
+    if (!HasProgram("dbus-daemon")) GTEST_SKIP() << "dbus-daemon is not installed";
+    const std::string probe =
+        "/usr/bin/python3 -c 'import gi; gi.require_version(\"Atspi\", \"2.0\")' 2>&1";
+    if (!OutputOf(probe).empty()) GTEST_SKIP() << "Atspi for Python is not installed";
+    const std::string socket = "/tmp/korvane-test-bus-" + std::to_string(::getpid());
+    const std::string address = "DBUS_SESSION_BUS_ADDRESS=unix:path=" + socket;
+    const Child bus({"dbus-daemon", "--session", "--nofork", "--address=unix:path=" + socket},
+                    desktop->Environment());
+    std::this_thread::sleep_for(500ms);
+    Open({"", "1", false}, {address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"});
+    // The reader asks while the model's side waits: the view answers by itself.
+    const std::string read =
+        OutputOf("env " + address + " " + desktop->Environment().front() +
+                 " timeout 30 /usr/bin/python3 " KORVANE_READER " korvane-view 2>&1");
+    ::unlink(socket.c_str());
+    for (const char* line :
+         {"Limit; Location: Setup!B4; Value: 40000", "SUM(Sales!B2:B13); Value: 48210",
+          "check box: Functions", "check box: Precise evaluation", "Formula"}) {
+        EXPECT_NE(read.find(line), std::string::npos) << line << "\n" << read;
+    }
+}
+
+TEST_F(OnADesktop, ADragInTheTextSelectsIt) {
+    Open();
+    const auto id = desktop->Do("search --name 'Korvane Explorer'");
+    ASSERT_FALSE(id.empty());
+    const std::string window = id.substr(0, id.find('\n'));
+    // From the end towards the start: the caret stays at the end that is held.
+    Do("mousemove --window " + window + " 200 " + std::to_string(300) + " mousedown 1");
+    const auto pressed = explorer->text().Selection();
+    for (int x = 180; x >= 60; x -= 20) {
+        Do("mousemove --window " + window + " " + std::to_string(x) + " 300");
+    }
+    Do("mouseup 1");
+    const auto selected = explorer->text().Selection();
+    EXPECT_GT(selected.length, 5);
+    EXPECT_EQ(selected.start + selected.length, pressed.start);
+}
+
+}  // namespace
+}  // namespace korvane::test
