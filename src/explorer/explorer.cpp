@@ -37,15 +37,17 @@ FExplorer::FExplorer(SharedState& state, Commands& commands)
     platform::Platform& platform = state_.platform;
     InitColumns();
     layout_ = std::make_unique<CExplorerLayout>(*form_, platform.settings, platform.screen,
-                                                *state_.application);
+                                                *state_.application, state_.errors);
     clsResizer_ =
         std::make_unique<CFormResizer>(platform.settings, platform.screen, *state_.application);
     // Before the hand-over: the stored bounds make the window resize itself.
     form_->onResize = [this] {
+        if (!clsResizer_) return;  // closing
         AtEntryPoint(state_.errors, kModule, u"Form_Resize",
                      [this] { layout_->Resize(*clsResizer_); });
     };
     clsResizer_->SetForm(*form_);
+    layout_->FitFirstPlace();
     layout_->SetLoaded();
     layout_->LoadColumnWidths();
     layout_->LoadSplitterPosition();
@@ -104,6 +106,7 @@ void FExplorer::ConnectControls() {
     cmdCancel_.onClick = [this] { form_->Unload(); };
     form_->onActivate = [this] {
         bActivated_ = true;
+        if (!clsResizer_) return;  // closing
         AtEntryPoint(state_.errors, kModule, u"Form_Activate",
                      [this] { layout_->Resize(*clsResizer_); });
     };
@@ -160,8 +163,6 @@ void FExplorer::Unload() {
     if (clsRoot_) clsRoot_->DeleteSubs();
     clsRoot_.reset();
     clsResizer_.reset();
-    form_->onResize = {};
-    form_->onActivate = {};
     clsOptions_.reset();
     if (clsSelector_) clsSelector_->Deselect();
     clsSelector_.reset();

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/attempt.h"
@@ -45,6 +48,14 @@ std::u16string sShare(double share) {
     return text;
 }
 
+// A single-precision number as its seven digits say it, without the noise that
+// double precision shows behind them.
+double dSingleDigits(float number) {
+    char digits[32] = {};
+    std::snprintf(digits, sizeof digits, "%.7g", static_cast<double>(number));
+    return std::strtod(digits, nullptr);  // of the same locale, whichever it is
+}
+
 std::int32_t lPixels(double pixels) {
     return RoundToWhole(std::clamp(std::isfinite(pixels) ? pixels : 0, 0.0, kWidestColumn));
 }
@@ -52,11 +63,13 @@ std::int32_t lPixels(double pixels) {
 }  // namespace
 
 CExplorerLayout::CExplorerLayout(platform::Form& form, platform::SettingsStore& settings,
-                                 platform::Screen& screen, host::Application& application)
+                                 platform::Screen& screen, host::Application& application,
+                                 MErrorHandler& errors)
     : form_(form),
       settings_(settings),
       screen_(screen),
       application_(application),
+      errors_(errors),
       trvTree_(form.Get<platform::TreeView>(names::kTree)),
       lblSplitterBar_(form.Get<platform::Splitter>(names::kSplitter)),
       rtbFormula_(form.Get<platform::RichText>(names::kFormula)) {
@@ -89,6 +102,27 @@ void CExplorerLayout::LoadSplitterPosition() {
     rtbFormula_.SetHeight(bottom - rtbFormula_.Top());
 }
 
+void CExplorerLayout::FitFirstPlace() {
+    if (!settings_.Get(kApplication, kSection, form_.Name(), u"").empty()) return;
+    const double perX = screen_.TwipsPerPixelX();
+    const double perY = screen_.TwipsPerPixelY();
+    const Place& designed = form_.GetPlace();
+    const auto monitor =
+        screen_.MonitorOf({lPixels(designed.left / perX), lPixels(designed.top / perY),
+                           lPixels((double{designed.left} + designed.width) / perX),
+                           lPixels((double{designed.top} + designed.height) / perY)});
+    if (!monitor) return;
+    // Within the work area, which begins at `low`; smaller only where it must be.
+    const auto fit = [](float& at, float& size, double low, double high) {
+        size = static_cast<float>(std::min(double{size}, std::max(high - low, 1.0)));
+        at = static_cast<float>(std::max(low, std::min(high - size, double{at})));
+    };
+    Place place = designed;
+    fit(place.left, place.width, monitor->work.left * perX, monitor->work.right * perX);
+    fit(place.top, place.height, monitor->work.top * perY, monitor->work.bottom * perY);
+    form_.Move(place);
+}
+
 void CExplorerLayout::AcceptSize() {
     sngLastWidth_ = form_.Width();
     sngLastHeight_ = form_.Height();
@@ -108,15 +142,16 @@ float CExplorerLayout::OptionsRight() const {
     return static_cast<float>(RoundToWhole(last.Left() + last.Width() + kOptionsGap));
 }
 
-// What shrinks too far snaps back to the last size that was accepted.
+// A window that has shrunk too far already shrinks no further: it snaps back to
+// the last size that was accepted. The controls still stand where that size put
+// them; what the resizer cannot place at all it takes back itself.
 void CExplorerLayout::LimitSize() {
-    const float right = OptionsRight();
     if (sngLastWidth_ > 0 && form_.Width() < sngLastWidth_ &&
-        form_.Get<Control>(names::kClose).Left() + (form_.Width() - sngLastWidth_) < right) {
+        form_.Get<Control>(names::kClose).Left() < OptionsRight()) {
         form_.SetWidth(sngLastWidth_);
     }
     if (sngLastHeight_ > 0 && form_.Height() < sngLastHeight_ &&
-        trvTree_.Top() + kLeastTree > lblSplitterBar_.Top() + (form_.Height() - sngLastHeight_)) {
+        trvTree_.Top() + kLeastTree > lblSplitterBar_.Top()) {
         form_.SetHeight(sngLastHeight_);
     }
 }
@@ -133,8 +168,7 @@ void CExplorerLayout::Resize(CFormResizer& resizer) {
     if (bLoaded_) {
         RescaleColumns();
         trvTree_.Refresh();
-        // A layout that cannot be stored is not worth a word to the user.
-        Succeeds([this] { SaveLayout(); });
+        StoreLayout();
     }
     AcceptSize();
 }
@@ -148,6 +182,18 @@ void CExplorerLayout::RescaleColumns() {
     sngTreeWidth_ = trvTree_.Width();
 }
 
+// A layout that cannot be stored is not worth a word to the user. The log hears
+// of it once, not at every step of a drag.
+void CExplorerLayout::StoreLayout() {
+    try {
+        SaveLayout();
+        bStoreFailed_ = false;
+    } catch (const Error& error) {
+        if (std::exchange(bStoreFailed_, true)) return;
+        errors_.Log(u"FExplorer", u"SaveLayout", WithProcedure(error, u"SaveLayout"));
+    }
+}
+
 void CExplorerLayout::SaveLayout() {
     const double perPixel = screen_.TwipsPerPixelX();
     const double treeWidth = trvTree_.Width();
@@ -159,7 +205,7 @@ void CExplorerLayout::SaveLayout() {
     }
     settings_.Save(kApplication, kSection, trvTree_.Name(), shares);
     settings_.Save(kApplication, kSection, lblSplitterBar_.Name(),
-                   sLocalNumber(lblSplitterBar_.Top()));
+                   sLocalNumber(dSingleDigits(lblSplitterBar_.Top())));
 }
 
 std::u16string CExplorerLayout::sLocalNumber(double number) const {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "host/addin/error_handler.h"
 #include "host/application.h"
 #include "navigation/form_resizer.h"
 #include "platform/screen.h"
@@ -17,10 +18,15 @@ class CExplorerLayout {
 public:
     // All outlive the layout. The form is of ExplorerDesign.
     CExplorerLayout(platform::Form& form, platform::SettingsStore& settings,
-                    platform::Screen& screen, host::Application& application);
+                    platform::Screen& screen, host::Application& application,
+                    MErrorHandler& errors);
     CExplorerLayout(const CExplorerLayout&) = delete;
     CExplorerLayout& operator=(const CExplorerLayout&) = delete;
 
+    // Brings a window whose place was never stored onto the monitor as a whole,
+    // where the desktop's scale makes it larger than the design foresaw. Raises
+    // what the screen raises.
+    void FitFirstPlace();
     // Gives the columns their stored shares of the tree's width, and the
     // splitter its stored place; what is stored and makes no sense counts as
     // nothing. Raise what the screen raises.
@@ -42,6 +48,7 @@ private:
     void ConnectSplitter();
     void LimitSize();
     void RescaleColumns();
+    void StoreLayout();
     void SaveLayout();
     void DragSplitter(float y);
     float OptionsRight() const;
@@ -52,6 +59,7 @@ private:
     platform::SettingsStore& settings_;
     platform::Screen& screen_;
     host::Application& application_;
+    MErrorHandler& errors_;
     platform::TreeView& trvTree_;
     platform::Splitter& lblSplitterBar_;
     platform::RichText& rtbFormula_;
@@ -61,6 +69,7 @@ private:
     float sngLastHeight_ = 0;
     bool bLoaded_ = false;
     bool bInResize_ = false;
+    bool bStoreFailed_ = false;  // the last time
     bool bSplitterDrag_ = false;
     double sngSplitterY_ = 0;  // where the bar was taken hold of
 };

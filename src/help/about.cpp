@@ -44,17 +44,17 @@ FormDesign Make() {
                                u"formulae.",
                                {1350, 930, 4650, 570}));
     controls.push_back(
-        Control(ControlKind::kLabel, u"lblSupport", u"Support:", {1350, 1605, 1050, 285}));
+        Control(ControlKind::kLabel, u"lblSupport", u"Support:", {1350, 1665, 1050, 285}));
     controls.push_back(
         Control(ControlKind::kTextBox, u"txtSupport", u"", {2430, 1605, 3570, 315}, 2));
     controls.push_back(
-        Control(ControlKind::kLabel, u"lbWebsite", u"Website:", {1350, 1995, 1050, 285}));
+        Control(ControlKind::kLabel, u"lbWebsite", u"Website:", {1350, 2055, 1050, 285}));
     controls.push_back(
         Control(ControlKind::kTextBox, u"txtWebsite", u"", {2430, 1995, 3570, 315}, 3));
     controls.push_back(Control(ControlKind::kButton, u"cmdCheckUpdates", u"Check for &updates",
                                {1350, 2835, 2250, 375}, 1));
     controls.push_back(Control(ControlKind::kButton, u"cmdOK", u"OK", {4785, 2835, 1215, 375}, 0));
-    controls.push_back(Control(ControlKind::kPicture, u"Image1", u"", {300, 240, 720, 720}));
+    controls.push_back(Control(ControlKind::kPicture, u"Image1", u"", {225, 240, 900, 900}));
     for (ControlDesign& control : controls) {
         if (control.kind == ControlKind::kTextBox) control.readOnly = true;
         if (control.name == u"cmdOK") control.isDefault = control.isCancel = true;

@@ -1,5 +1,7 @@
 #include "explorer/explorer_layout.h"
 
+#include <random>
+
 #include "base/number.h"
 #include "explorer/explorer_fixture.h"
 
@@ -30,8 +32,7 @@ protected:
         EXPECT_EQ(bar.top + bar.height, formula.top) << where;
         EXPECT_GT(treeAt.height, 0) << where;
         EXPECT_GT(formula.height, 0) << where;
-        const platform::CheckBox& last = precise().Visible() ? precise() : functions();
-        EXPECT_GE(At(names::kClose).left, last.Left() + last.Width()) << where;
+        EXPECT_GT(At(names::kClose).left, 0) << where;
         EXPECT_LE(At(names::kClose).left + At(names::kClose).width, form().Width()) << where;
         EXPECT_GT(At(names::kClose).top, formula.top + formula.height) << where;
         const Place& box = At(names::kTreeFrame);
@@ -153,16 +154,48 @@ TEST_F(ExplorerLayout, TheFirstColumnKeepsALittle) {
     EXPECT_EQ(Columns(1), 3);  // 50 twips
 }
 
-TEST_F(ExplorerLayout, TheCloseButtonDoesNotSlideOverTheOptions) {
+// A step is accepted by where the button stood before it.
+TEST_F(ExplorerLayout, TheCloseButtonStopsOnceItReachesTheOptions) {
     main_.Explore();
     for (float width = form().Width(); width > 100; width -= 100) {
         Resize(width, form().Height());
         ExpectWhole(std::to_string(width));
     }
+    const float right = precise().Left() + precise().Width() + 50;
+    EXPECT_LT(At(names::kClose).left, right);
+    EXPECT_GE(At(names::kClose).left, right - 100);
     const float limit = form().Width();
-    Resize(limit - 100, form().Height());
+    Resize(limit - 1, form().Height());
     EXPECT_EQ(form().Width(), limit);
-    EXPECT_LT(At(names::kClose).left, precise().Left() + precise().Width() + 50 + 100);
+    Resize(limit + 10, form().Height());
+    EXPECT_EQ(form().Width(), limit + 10);
+}
+
+TEST_F(ExplorerLayout, OneJumpIsAcceptedAndTheNextIsNot) {
+    main_.Explore();
+    const float narrow = form().Width() - 4000;
+    Resize(narrow, form().Height());
+    EXPECT_EQ(form().Width(), narrow);
+    Resize(narrow - 1, form().Height());
+    EXPECT_EQ(form().Width(), narrow);
+}
+
+TEST_F(ExplorerLayout, TinySizesLeaveNothingNegative) {
+    main_.Explore();
+    std::mt19937 random(20261116);
+    std::uniform_real_distribution<float> size(0.5F, 3000);
+    for (int k = 0; k < 2000; ++k) {
+        Resize(size(random), size(random));
+        if (k % 7 == 0) Resize(9000, 6000);
+        for (const auto& control : form().Controls()) {
+            const Place& place = control->GetPlace();
+            ASSERT_GT(place.width, 0) << k;
+            ASSERT_GT(place.height, 0) << k;
+            ASSERT_GT(place.left, 0) << k;
+            ASSERT_GT(place.top, 0) << k;
+        }
+        ASSERT_GT(Columns(1), 0);
+    }
 }
 
 TEST_F(ExplorerLayout, WithoutThePreciseBoxItMayBeNarrower) {
@@ -172,8 +205,8 @@ TEST_F(ExplorerLayout, WithoutThePreciseBoxItMayBeNarrower) {
         Resize(width, form().Height());
     }
     const float right = functions().Left() + functions().Width() + 50;
-    EXPECT_GE(At(names::kClose).left, right);
-    EXPECT_LT(At(names::kClose).left, right + 100);
+    EXPECT_LT(At(names::kClose).left, right);
+    EXPECT_GE(At(names::kClose).left, right - 100);
 }
 
 TEST_F(ExplorerLayout, ATooLowWindowSnapsBack) {
@@ -182,8 +215,13 @@ TEST_F(ExplorerLayout, ATooLowWindowSnapsBack) {
         Resize(form().Width(), height);
         ExpectWhole(std::to_string(height));
     }
-    EXPECT_GE(At(names::kTree).height, 50);
-    EXPECT_LT(At(names::kTree).height, 200);
+    EXPECT_EQ(At(names::kTree).height, 50);
+    const float limit = form().Height();
+    Resize(form().Width(), limit - 1);  // 50 is not too little yet
+    EXPECT_EQ(form().Height(), limit - 1);
+    Resize(form().Width(), limit - 2);
+    EXPECT_EQ(form().Height(), limit - 1);
+    EXPECT_EQ(At(names::kTree).height, 49);
 }
 
 TEST_F(ExplorerLayout, TheSplitterFollowsThePointerInSteps) {
@@ -228,8 +266,36 @@ TEST_F(ExplorerLayout, ALayoutThatCannotBeStoredIsNoFailure) {
     main_.Explore();
     accesses().FailMember("SettingsStore.Save");
     Resize(9000, 6000);
+    Resize(9100, 6000);
     form().Unload();
     EXPECT_TRUE(Boxes().empty());
+    // The maker hears of it, once for each window.
+    ASSERT_EQ(Log().size(), 2U);
+    EXPECT_NE(Log()[0].find("]FExplorer.SaveLayout, Error 1004: SettingsStore.Save failed "
+                            "(SaveLayout)"),
+              std::string::npos)
+        << Log()[0];
+    EXPECT_EQ(Log()[1], "");
+    EXPECT_EQ(state_.errors.number(), 0);
+}
+
+TEST_F(ExplorerLayout, TheSplitIsStoredInSinglePrecision) {
+    main_.Explore();
+    Drag(1, 0, 1.6F);  // a step of 0.10666667 twips
+    form().Unload();
+    EXPECT_EQ(Setting(u"lblSplitterBar"), u"3855.107");
+}
+
+TEST_F(ExplorerLayout, AFirstWindowLiesWithinTheWorkArea) {
+    platform_.screen.monitors = {{{0, 0, 640, 400}, {0, 20, 640, 380}}};
+    main_.Explore();
+    EXPECT_EQ(form().GetPlace(), (Place{1200, 300, 8400, 5400}));
+    ExpectWhole("on a small monitor");
+    form().Unload();
+    // Where the user left it, it stays.
+    Setting(u"FExplorer") = u"600;3000;5000;6000";
+    main_.Explore();
+    EXPECT_EQ(form().GetPlace(), (Place{3000, 600, 6000, 5000}));
 }
 
 }  // namespace

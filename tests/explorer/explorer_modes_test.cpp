@@ -169,6 +169,50 @@ TEST_F(ExplorerModes, AFailedChangeOfModeLeavesTheWindowUsable) {
     EXPECT_EQ(TreeText(), before);
 }
 
+TEST_F(ExplorerModes, AFailedExplorationGivesTheFocusBackToTheHost) {
+    platform::WindowsMirror view;
+    platform_.windows.Attach(view);
+    accesses().FailMember("Range.Formula");
+    main_.Explore();
+    accesses().FailNothing();
+    EXPECT_EQ(view.focused(), 7);
+    // And back to the window from which it was tried.
+    main_.Explore();
+    const std::int64_t opener = form().Handle();
+    Select(2);
+    accesses().FailMember("Range.Formula");
+    Key(names::kTree, 'Q', kCtrl);
+    accesses().FailNothing();
+    EXPECT_EQ(Windows(), 1U);
+    EXPECT_EQ(view.focused(), opener);
+    platform_.windows.Detach(view);
+}
+
+TEST_F(ExplorerModes, TheShortcutOnAPartWithoutCellsExploresTheActiveCell) {
+    main_.Explore();
+    GoTo(u"B1");
+    Select(3);  // the condition: it has no range
+    ASSERT_EQ(tree().Node(3).subItems.at(0), u"");
+    Key(names::kTree, 'Q', kCtrl);
+    ASSERT_EQ(Windows(), 2U);
+    EXPECT_EQ(pane().Text(), u"=C1-1");
+}
+
+TEST_F(ExplorerModes, AnotherNumberOfRowsRestoresNothing) {
+    main_.Explore();
+    tree().SetExpanded(2, true);
+    Select(tree().NodeCount());
+    tree().SetScrollPosition(60);
+    host_->model().activeSheet->At(1, 1).content.formula = u"=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))";
+    TogglePrecise();
+    EXPECT_TRUE(tree().Expanded(1));
+    for (std::int32_t node = 2; node <= tree().NodeCount(); ++node) {
+        EXPECT_FALSE(tree().Expanded(node)) << node;
+    }
+    EXPECT_EQ(tree().SelectedNode(), 0);
+    EXPECT_EQ(tree().ScrollPosition(), 0);
+}
+
 TEST_F(ExplorerModes, WithPrecisionInTheSettingsTheBoxIsCheckedAndHidden) {
     state_.options->SetbPreciseCalc(true);
     main_.Explore();

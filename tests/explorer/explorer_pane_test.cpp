@@ -72,6 +72,32 @@ TEST_F(ExplorerPane, TheCaretAtTheStartIsTheRoot) {
     EXPECT_EQ(tree().SelectedNode(), 1);
 }
 
+TEST_F(ExplorerPane, AClickAtTheStartOfAFreshWindowIsTheRoot) {
+    ASSERT_EQ(tree().SelectedNode(), 0);
+    Caret(0);
+    EXPECT_EQ(tree().SelectedNode(), 1);
+}
+
+// What stands within a name's definition has no place of its own in the text.
+TEST_F(ExplorerPane, PartsOfANameAreNeverChosenByTheCaret) {
+    host_->model().activeBook->names[u"total"] = {u"Total", u"=S!$C$1+S!$D$1"};
+    host_->model().evaluate[u"=Total"] = {scripted::Answer::Kind::kValue, Value(7.0), {}};
+    host_->model().activeSheet->At(1, 1).content.formula = u"=Total+B1";
+    GoTo(u"A1");
+    main_.Explore();
+    const std::int32_t name = NodeOf(u"Total");
+    ASSERT_NE(name, 0) << TreeText();
+    ASSERT_GT(tree().NodeCount(), name + 1) << TreeText();
+    ASSERT_EQ(tree().Node(name + 1).parent, name) << TreeText();
+    for (std::int32_t place = 1; place <= 6; ++place) {
+        Caret(place);
+        EXPECT_EQ(Selected(), "Total") << place;
+    }
+    // Selected in the tree, they mark the name.
+    Select(name + 1);
+    EXPECT_EQ(Marked(), "Total");
+}
+
 TEST_F(ExplorerPane, TheCaretBehindTheLastCharacterIsTheLastRow) {
     Caret(static_cast<std::int32_t>(pane().Text().size()));
     EXPECT_EQ(tree().SelectedNode(), tree().NodeCount());

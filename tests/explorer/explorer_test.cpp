@@ -119,6 +119,27 @@ TEST_F(ExplorerTest, ClosingGivesCellsAndHandlesBack) {
     EXPECT_EQ(host_->LiveHandles(), handles + 1);
 }
 
+TEST_F(ExplorerTest, TheAddInGoesWhileABoxOfAWindowIsOpen) {
+    main_.Explore();
+    int boxes = 0;
+    platform_.messageBoxes.whileShown = [&](const platform::Message&) {
+        ++boxes;
+        main_.ShutDown();
+        EXPECT_TRUE(platform_.windows.forms().empty());
+    };
+    accesses().FailMember("Range.Formula");
+    Deliver(explorer_controls::kEveryFunction, platform::Toggled{0, 0, !functions().Checked()});
+    accesses().FailNothing();
+    EXPECT_EQ(boxes, 1);
+    EXPECT_EQ(state_.application, nullptr);
+    EXPECT_EQ(host_->LiveHandles(), 0);
+    // And it can be started again.
+    platform_.messageBoxes.whileShown = {};
+    Open();
+    main_.Explore();
+    EXPECT_EQ(platform_.windows.forms().size(), 1U);
+}
+
 TEST_F(ExplorerTest, WindowsAreIndependent) {
     main_.Explore();
     const auto rows = tree().NodeCount();

@@ -87,6 +87,20 @@ void MErrorHandler::ErrorHandler(std::u16string_view module, std::u16string_view
     if (bTell) Show(message);
 }
 
+void MErrorHandler::Log(const char16_t* module, const char16_t* procedure,
+                        const Error& error) noexcept {
+    const int number = std::exchange(number_, 0);
+    std::u16string message;
+    message.swap(message_);
+    Record(error);
+    if (!bIsTold()) {
+        Suppressed(
+            [&] { WriteLog(u"[" + sAddinWorkbook() + u"]" + module + u"." + procedure, true); });
+    }
+    number_ = number;
+    message_.swap(message);
+}
+
 void MErrorHandler::Leave() {
     if (--entryPoints_ == 0 && onIdle) onIdle();
 }

@@ -47,6 +47,10 @@ public:
     void Report(const char16_t* module, const char16_t* procedure, const Error& error,
                 bool isEntryPoint) override;
 
+    // Writes a failure to the log that ends where it is caught: the user is not
+    // told, and no chain begins or ends. `error` has the procedure's name appended.
+    void Log(const char16_t* module, const char16_t* procedure, const Error& error) noexcept;
+
     // The first error of the current chain; the number is 0 when there is none.
     int number() const { return number_; }
     const std::u16string& message() const { return message_; }

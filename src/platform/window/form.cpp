@@ -73,6 +73,7 @@ const std::u16string& Form::Caption() const {
 void Form::SetCaption(const std::u16string& caption) { Write(Property::kCaption, caption); }
 
 void Form::Put(const Place& place, Source source) {
+    if (!isOpen_) return;
     const Place before = GetPlace();
     Write(Property::kPlace, place, source);
     const bool resized = place.width != before.width || place.height != before.height;

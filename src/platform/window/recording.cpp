@@ -11,6 +11,10 @@ constexpr char kEvent = 'e';
 
 }  // namespace
 
+void Recorder::Note(char kind, std::string_view bytes) {
+    AppendFrame(recording_, kind + std::string(bytes));
+}
+
 void Recorder::Apply(const Change& change) { AppendFrame(recording_, kChange + Encode(change)); }
 
 void Recorder::Hear(const Event& event) { AppendFrame(recording_, kEvent + Encode(event)); }

@@ -17,6 +17,9 @@ class Windows;
 // Frames (codec.h) of a byte, "c" or "e", and the change or event.
 class Recorder : public View {
 public:
+    // Adds what else a session depends on, between the changes and events, under
+    // a letter of its own.
+    void Note(char kind, std::string_view bytes);
     void Apply(const Change& change) override;
     void Hear(const Event& event) override;
     const std::string& recording() const { return recording_; }

@@ -15,7 +15,9 @@ void RichText::Select(TextSpan span, Source source) {
     const auto size = static_cast<std::int32_t>(Text().size());
     span.start = std::clamp(span.start, 0, size);
     span.length = std::clamp(span.length, 0, size - span.start);
-    if (Write(Property::kSelection, span, source) && onSelChange) onSelChange();
+    const bool changed = Write(Property::kSelection, span, source);
+    // The user's click counts wherever the caret was before.
+    if ((changed || source == Source::kView) && onSelChange) onSelChange();
 }
 
 void RichText::SetSelStart(std::int32_t start) { Select({start, 0}, Source::kSystem); }

@@ -36,6 +36,7 @@ public:
     TextLook LookAt(std::int32_t position) const;
     const std::vector<TextRun>& Runs() const { return State().runs(); }
 
+    // The selection is another one, or the user put it where it was already.
     std::function<void()> onSelChange;
     bool Accept(const Event& event) override;
 

@@ -9,9 +9,8 @@ namespace korvane::platform {
 namespace {
 
 bool IsTextBox(const FormState& state, ControlId control) {
-    return control > 0 &&
-           state.design.controls[static_cast<std::size_t>(control) - 1].kind ==
-               ControlKind::kTextBox;
+    return control > 0 && state.design.controls[static_cast<std::size_t>(control) - 1].kind ==
+                              ControlKind::kTextBox;
 }
 
 }  // namespace
@@ -48,12 +47,14 @@ void Windows::SetFocus(std::int64_t handle) {
 }
 
 void Windows::LockUpdates(Form* form) {
-    Call("Windows.LockUpdates");
     const auto lock = [](Form& which, bool locked) {
         which.Make(PropertySet{which.Id(), kFormItself, Property::kUpdatesLocked, locked},
                    Source::kSystem);
     };
-    if (locked_) lock(*locked_, false);
+    // Ends in any case: a window that is never painted again is worse than one
+    // that flickers.
+    if (Form* before = std::exchange(locked_, nullptr)) lock(*before, false);
+    Call("Windows.LockUpdates");
     locked_ = form;
     if (locked_) lock(*locked_, true);
 }
@@ -155,8 +156,8 @@ void Windows::Correct(const Event& event, const View* origin) {
     for (const Property property :
          {Property::kPlace, Property::kText, Property::kSelection, Property::kChecked,
           Property::kListIndex, Property::kColumns, Property::kSelectedNode, Property::kScroll}) {
-        const bool ofTheUser = property == Property::kPlace ? control == kFormItself
-                                                            : control != kFormItself;
+        const bool ofTheUser =
+            property == Property::kPlace ? control == kFormItself : control != kFormItself;
         if (!ofTheUser) continue;
         // Only a text box can be written by the user; a new text would take a rich
         // one's formatting.

@@ -41,7 +41,7 @@ public:
     // Gives the keyboard focus to a window, one of the system's or another.
     void SetFocus(std::int64_t handle);
     // Keeps views from painting a window while it changes much at once; ends the
-    // lock of any other. Null ends it.
+    // lock of any other. Null ends it; refused, it ends all the same.
     void LockUpdates(Form* form);
 
     // A view hears of every change from now on, and first of changes that tell

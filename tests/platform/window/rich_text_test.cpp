@@ -41,18 +41,21 @@ TEST(RichText, ANewTextDropsTheMarking) {
     EXPECT_TRUE(pane.Runs().empty());
 }
 
-TEST(RichText, TellsOfEveryOtherSelection) {
+TEST(RichText, TellsOfEveryOtherSelectionAndOfEveryClick) {
     TestWindows test;
     RichText& pane = test.Get<RichText>(test::kRich);
     std::vector<TextSpan> seen;
     pane.onSelChange = [&] { seen.push_back(pane.Selection()); };
+    test.Deliver(test::kRich, TextSelected{0, 0, {0, 0}});  // a click on the caret itself
     test.Deliver(test::kRich, TextSelected{0, 0, {3, 0}});
     test.Deliver(test::kRich, TextSelected{0, 0, {3, 0}});
     pane.SetSelLength(2);
     pane.SetSelStart(3);
+    pane.SetSelStart(3);  // the code's own writes tell of changes alone
     pane.SetSelStart(99);
     pane.SetText(u"=1");
-    EXPECT_EQ(seen, (std::vector<TextSpan>{{3, 0}, {3, 2}, {3, 0}, {6, 0}, {0, 0}}));
+    EXPECT_EQ(seen,
+              (std::vector<TextSpan>{{0, 0}, {3, 0}, {3, 0}, {3, 2}, {3, 0}, {6, 0}, {0, 0}}));
 }
 
 TEST(RichText, AViewsOddSelectionIsCutToTheText) {

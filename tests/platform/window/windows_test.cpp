@@ -123,6 +123,11 @@ TEST(Windows, OneWindowAtATimeIsKeptFromPainting) {
     EXPECT_TRUE(locked(*second));
     test.windows.LockUpdates(nullptr);
     EXPECT_FALSE(locked(*second));
+    // A lock ends whatever the window system says.
+    test.windows.LockUpdates(test.form.get());
+    test.windows.onCall = [](const char*) { throw Error(kErrorApplication, u"refused"); };
+    EXPECT_THROW(test.windows.LockUpdates(nullptr), Error);
+    EXPECT_FALSE(locked(*test.form));
 }
 
 TEST(Windows, AViewIsNotToldItsOwnDoing) {
