@@ -13,6 +13,8 @@
 #include "apps/view/connection.h"
 #include "apps/view/shown_windows.h"
 #include "bindings/qt/dark_palette.h"
+#include "bindings/qt/picture.h"
+#include "bindings/resources/built_in_pictures.h"
 
 namespace {
 
@@ -55,6 +57,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("korvane-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setQuitOnLastWindowClosed(false);  // the next window may come any time
+    QApplication::setWindowIcon(
+        korvane::qt::IconOf(korvane::resources::BuiltInPictures().Picture(u"IMGPROGRAM")));
     if (HasArgument(argc, argv, "--dark")) korvane::qt::UseDarkPalette();
 
     korvane::view::Connection connection(kLink);

@@ -10,6 +10,7 @@ ShownWindows::ShownWindows(Connection& connection)
       view_({[this](const platform::Event& event) { connection_.Send(event); },
              [this](const platform::MessageAnswered& answer) { connection_.Send(answer); },
              [this](const platform::ViewMetrics& metrics) { connection_.Send(metrics); }}) {
+    view_.SetPictures(pictures_);
     connection_.onMessage = [this](const platform::ToView& message) { Take(message); };
     connection_.Send(view_.Metrics());
 }

@@ -3,6 +3,7 @@
 
 #include "apps/view/connection.h"
 #include "bindings/qt/qt_view.h"
+#include "bindings/resources/built_in_pictures.h"
 
 namespace korvane::view {
 
@@ -18,6 +19,7 @@ private:
     void Take(const platform::ToView& message);
 
     Connection& connection_;
+    resources::BuiltInPictures pictures_;
     qt::QtView view_;
 };
 

@@ -29,7 +29,8 @@ public:
 
 }  // namespace
 
-ColumnTree::ColumnTree(TreeRows& rows, QWidget* parent) : QTreeView(parent), rows_(rows) {
+ColumnTree::ColumnTree(TreeRows& rows, QWidget* parent)
+    : QTreeView(parent), rows_(rows), indentation_(indentation()) {
     setModel(&rows);
     setFrameShape(QFrame::NoFrame);  // designs draw a frame of their own around it
     setItemDelegate(new AiryRows(this));
@@ -43,6 +44,19 @@ ColumnTree::ColumnTree(TreeRows& rows, QWidget* parent) : QTreeView(parent), row
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setMinimumSectionSize(0);
+    connect(header(), &QHeaderView::sectionResized, this, [this](int section) {
+        if (section == 0) FitIndentation();
+    });
+}
+
+// Beyond this many levels even the least indentation fills the column; the user
+// can widen that.
+void ColumnTree::FitIndentation() {
+    constexpr int kLeast = 3;
+    const int levels = rows_.Depth() + 1;  // the top level is indented too
+    const int room = header()->count() > 0 ? header()->sectionSize(0) / 2 : 0;
+    const int fitting = std::clamp(room / levels, std::min(kLeast, indentation_), indentation_);
+    if (fitting != indentation()) setIndentation(fitting);
 }
 
 std::vector<int> ColumnTree::SelectedNodes() const {

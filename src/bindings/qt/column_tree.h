@@ -14,6 +14,9 @@ public:
     // Puts the selected rows into the clipboard; all rows when none is selected.
     void CopyRows() const;
     void CopyAll() const;
+    // Indents less where a deep tree would leave no room for the texts of its
+    // first column.
+    void FitIndentation();
     // Works out now what is laid out later otherwise.
     void LayOut() { executeDelayedItemsLayout(); }
 
@@ -30,6 +33,7 @@ private:
     QString CutOffText(const QPoint& place) const;
 
     TreeRows& rows_;
+    const int indentation_;  // the style's own, in pixels
 };
 
 }  // namespace korvane::qt

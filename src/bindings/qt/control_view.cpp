@@ -87,7 +87,11 @@ bool ControlView::eventFilter(QObject* object, QEvent* event) {
         Tell(platform::ControlFocused{window_, id_});
     } else if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (const std::int32_t code = KeyCode(key)) {
+        const std::int32_t code = KeyCode(key);
+        // One press of Enter is one Enter: held down it would close one window
+        // after the other.
+        if (code == platform::kKeyEnter && key.isAutoRepeat()) return true;
+        if (code != 0) {
             Tell(platform::KeyDown{window_, id_, code, ShiftState(key.modifiers())});
         }
         if (!IsOpen() || FilterKey(key)) return true;

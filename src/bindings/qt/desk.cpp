@@ -82,11 +82,16 @@ bool Desk::Alters(const Change& change) const {
 }
 
 void Desk::Tell(const Event& event) {
+    // Choosing the same item again is an event all the same.
+    Tell(event, std::holds_alternative<platform::ItemChosen>(event));
+}
+
+void Desk::TellAlways(const Event& event) { Tell(event, true); }
+
+void Desk::Tell(const Event& event, bool always) {
     const auto window = std::visit([](const auto& what) { return what.window; }, event);
     if (IsQuiet() || !Find(window)) return;
     if (const auto change = ChangeOf(event)) {
-        // Choosing the same item again is an event all the same.
-        const bool always = std::holds_alternative<platform::ItemChosen>(event);
         if (!Alters(*change)) {
             if (!always) return;
         } else if (!Take(*change)) {

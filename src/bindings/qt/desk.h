@@ -2,13 +2,13 @@
 // model, and the scale.
 #pragma once
 
-#include <QPixmap>
-#include <QString>
+#include <QMargins>
 #include <QWindow>
 #include <functional>
 #include <optional>
 
 #include "bindings/qt/units.h"
+#include "platform/resources.h"
 #include "platform/window/event.h"
 #include "platform/window/state.h"
 
@@ -30,6 +30,9 @@ public:
     // the model does not tell a view's own doing back to it. Nothing is told
     // while widgets follow the model, nor what the state already says.
     void Tell(const platform::Event& event);
+    // The same of what counts even when the state already says it: a click on
+    // what is selected.
+    void TellAlways(const platform::Event& event);
     bool IsQuiet() const { return quiet_ > 0; }
 
     // While one lives, what widgets do is the model's doing and not the user's.
@@ -45,8 +48,10 @@ public:
     };
 
     Units units;
-    // The picture that goes by the name of a resource; null where there is none.
-    std::function<QPixmap(const QString& name)> picture;
+    // What the desktop's frames add to a window, as far as is known.
+    QMargins frame;
+    // Where pictures come from; null for nowhere.
+    platform::Resources* pictures = nullptr;
     // The desktop's window that a handle stands for; null for none. The caller
     // does not own it.
     std::function<QWindow*(std::int64_t handle)> windowOf;
@@ -54,6 +59,7 @@ public:
 private:
     std::optional<platform::Change> ChangeOf(const platform::Event& event) const;
     bool Alters(const platform::Change& change) const;
+    void Tell(const platform::Event& event, bool always);
 
     std::function<void(const platform::Event&)> tell_;
     platform::WindowsMirror mirror_;

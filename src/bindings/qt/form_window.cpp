@@ -105,11 +105,19 @@ void FormWindow::Settle() {
     if (updatesEnabled() == locked) setUpdatesEnabled(!locked);
     if (locked) return;
     for (const auto& control : controls_) control->Settle();
-    for (std::size_t k = 0; k < noted_.size(); ++k) {
-        if (!noted_.test(k)) continue;
+    const auto show = [this](Property property) {
+        const auto k = static_cast<std::size_t>(property);
+        if (!noted_.test(k)) return;
         noted_.reset(k);
-        Show(static_cast<Property>(k));
+        Show(property);
+    };
+    for (std::size_t k = 0; k < noted_.size(); ++k) {
+        const auto property = static_cast<Property>(k);
+        if (property != Property::kShown && property != Property::kFocus) show(property);
     }
+    // Behind all the rest: what is centred when it appears is not to be moved again.
+    show(Property::kShown);
+    show(Property::kFocus);
 }
 
 void FormWindow::Show(Property property) {
@@ -142,27 +150,52 @@ QSize FormWindow::ClientSize() const {
 void FormWindow::ShowPlace() {
     const auto& place = Get<Place>(Property::kPlace);
     const QSize size = ClientSize();
+    const QPoint corner(desk_.units.PixelsX(place.left), desk_.units.PixelsY(place.top));
     if (Get<bool>(Property::kResizable)) {
         setMinimumSize(1, 1);
         setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-        resize(size);
     } else {
         setFixedSize(size);
     }
+    // Corner and size at once, both of the area within the frame, from the first
+    // showing on: a window manager that is told a corner with the frame, and later
+    // one without, moves the window by the frame in between.
+    const QRect area(corner + FrameCorner(), size);
+    if (geometry() != area || !testAttribute(Qt::WA_Moved)) setGeometry(area);
+}
+
+// From the frame's top left corner to the area's. Before the desktop has made the
+// frame, what it is likely to be.
+QPoint FormWindow::FrameCorner() const {
+    const QMargins made = windowHandle() ? windowHandle()->frameMargins() : QMargins();
+    const QMargins& frame = made.isNull() ? desk_.frame : made;
+    return {frame.left(), frame.top()};
+}
+
+// Takes back what a frame of another size than expected has moved the window by.
+void FormWindow::MeetFrame() {
+    if (isFramed_ || windowHandle()->frameMargins().isNull()) return;
+    isFramed_ = true;
+    if (FrameCorner() == expectedCorner_) return;
+    const auto& place = Get<Place>(Property::kPlace);
     const QPoint corner(desk_.units.PixelsX(place.left), desk_.units.PixelsY(place.top));
-    if (!testAttribute(Qt::WA_Moved) || pos() != corner) move(corner);
+    if (geometry().topLeft() != corner + expectedCorner_) return;
+    const Desk::Quiet quiet(desk_);
+    ShowPlace();
 }
 
 // What the pixels say where they differ from the state; the state's own twips
 // where they do not, so that nothing drifts by rounding.
 void FormWindow::TellPlace() {
     if (!State() || !isVisible() || isMinimized() || desk_.IsQuiet()) return;
+    MeetFrame();
+    const QPoint corner = geometry().topLeft() - FrameCorner();
     Place place = Get<Place>(Property::kPlace);
     const auto& frame = State()->frame;
     const auto& units = desk_.units;
     const QSize wanted = ClientSize();
-    if (pos().x() != units.PixelsX(place.left)) place.left = units.TwipsX(pos().x());
-    if (pos().y() != units.PixelsY(place.top)) place.top = units.TwipsY(pos().y());
+    if (corner.x() != units.PixelsX(place.left)) place.left = units.TwipsX(corner.x());
+    if (corner.y() != units.PixelsY(place.top)) place.top = units.TwipsY(corner.y());
     if (width() != wanted.width()) place.width = units.TwipsX(width()) + frame.left + frame.right;
     if (height() != wanted.height()) {
         const int status = status_ && status_->isVisibleTo(this) ? status_->height() : 0;
@@ -188,21 +221,23 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
 // In the middle of its owner, or of the screen for a window without.
 void FormWindow::Centre() {
     const QWindow* owner = windowHandle()->transientParent();
-    const QRect area = owner ? owner->frameGeometry() : screen()->availableGeometry();
-    if (area.isEmpty()) return;
-    move(area.center() - QPoint(width() / 2, height() / 2));
+    QRect area = owner ? owner->frameGeometry() : QRect();
+    if (area.isEmpty()) area = screen()->availableGeometry();
+    setGeometry(QRect(area.center() - QPoint(width() / 2, height() / 2), size()));
 }
 
 // ---- on the screen -------------------------------------------------------
 
 void FormWindow::ShowHow() {
     const auto how = static_cast<Shown>(Get<std::int32_t>(Property::kShown));
+    // The line changes the window's size, which is best done before the desktop
+    // has framed it.
+    ShowStatus();
     if (how == Shown::kHidden) {
         hide();
     } else if (!isVisible()) {
         Appear(how);
     }
-    ShowStatus();
 }
 
 void FormWindow::Appear(Shown how) {
@@ -219,9 +254,24 @@ void FormWindow::Appear(Shown how) {
     const auto& design = State()->design;
     const bool isPlaced = place.left != design.place.left || place.top != design.place.top;
     if (design.centred && !isPlaced) Centre();
+    // Before it is shown: the toolkit would give it to another one in passing.
+    if (!focusWidget()) FocusFirst();
+    isFramed_ = false;
+    expectedCorner_ = FrameCorner();
     show();
-    if (!focusWidget()) focusNextChild();
     for (const auto& control : controls_) control->Appeared();
+}
+
+// What comes first in the order of Tab, wherever it stands in the window.
+void FormWindow::FocusFirst() {
+    ControlView* first = nullptr;
+    for (const auto& control : controls_) {
+        const int index = control->design().tabIndex;
+        if (index < 0 || !control->TakesFocus() || !control->widget().isEnabled()) continue;
+        if (control->widget().isHidden()) continue;
+        if (!first || index < first->design().tabIndex) first = control.get();
+    }
+    if (first) first->widget().setFocus(Qt::TabFocusReason);
 }
 
 void FormWindow::ShowFocus() {

@@ -51,6 +51,9 @@ private:
     void SetBuddies();
     void Show(platform::Property property);
     void ShowPlace();
+    QPoint FrameCorner() const;
+    void MeetFrame();
+    void FocusFirst();
     void ShowFocus();
     void ShowHow();
     void Appear(platform::Shown how);
@@ -68,6 +71,8 @@ private:
     QLabel* status_ = nullptr;
     QString statusText_;
     bool toldActive_ = false;
+    bool isFramed_ = false;  // the desktop has made the frame, since it was shown
+    QPoint expectedCorner_;  // FrameCorner before that
 };
 
 }  // namespace korvane::qt

@@ -68,11 +68,14 @@ FormulaText::FormulaText(QWidget* parent) : QTextEdit(parent) {
 void FormulaText::PutText(const std::u16string& text) {
     text_ = text;
     setPlainText(Shown(text));
-    // Qt goes on with the format of the former text.
+    // Qt goes on with the format of the former text. As one edit: a change of the
+    // block's format alone would discard the layout, and nothing be painted.
     QTextCursor all(document());
+    all.beginEditBlock();
     all.select(QTextCursor::Document);
     all.setCharFormat({});
     all.setBlockCharFormat({});
+    all.endEditBlock();
 }
 
 TextSpan FormulaText::Selected() const {
@@ -115,8 +118,14 @@ RichTextControl::RichTextControl(Desk& desk, platform::WindowId window, platform
     connect(&pane_, &QTextEdit::selectionChanged, this, [this] { TellSelection(); });
 }
 
-void RichTextControl::TellSelection() {
-    if (IsOpen()) Tell(platform::TextSelected{window(), id(), pane_.Selected()});
+void RichTextControl::TellSelection(bool clicked) {
+    if (!IsOpen()) return;
+    const platform::TextSelected selected{window(), id(), pane_.Selected()};
+    if (clicked) {
+        desk().TellAlways(selected);
+    } else {
+        Tell(selected);
+    }
 }
 
 void RichTextControl::Note(const platform::Change& change) {
@@ -208,7 +217,7 @@ bool RichTextControl::Filter(QEvent& event) {
         // After the widget has made of the release what it does.
         if (!dragging_) {
             QMetaObject::invokeMethod(
-                this, [this] { TellSelection(); }, Qt::QueuedConnection);
+                this, [this] { TellSelection(true); }, Qt::QueuedConnection);
         }
     } else if (event.type() == QEvent::Hide) {
         dragging_ = false;

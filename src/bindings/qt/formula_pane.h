@@ -45,7 +45,8 @@ private:
     void ShowRuns();
     void ShowLine();
     void ShowSelection();
-    void TellSelection();
+    // What is selected now; after a click even when it is what was selected before.
+    void TellSelection(bool clicked = false);
     QTextCharFormat FormatOf(const platform::TextLook& look) const;
 
     FormulaText& pane_;

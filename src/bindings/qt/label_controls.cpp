@@ -6,6 +6,7 @@
 #include <QStyleOption>
 #include <cmath>
 
+#include "base/attempt.h"
 #include "bindings/qt/keys.h"
 #include "bindings/qt/text.h"
 
@@ -59,27 +60,24 @@ void LabelControl::Show(Property property) {
 
 PictureControl::PictureControl(Desk& desk, platform::WindowId window, platform::ControlId id,
                                QWidget* parent)
-    : ClickedControl(desk, window, id), label_(*new QLabel(parent)) {
-    Adopt(&label_);
-    label_.setAlignment(Qt::AlignCenter);
-    label_.lower();
+    : ClickedControl(desk, window, id), box_(*new PictureBox(parent)) {
+    Adopt(&box_);
+    box_.lower();
 }
 
 void PictureControl::Show(Property property) {
     ControlView::Show(property);
-    if (property == Property::kPicture || property == Property::kPlace) ShowPicture();
+    if (property == Property::kPicture) ShowPicture();
     if (property == Property::kPointer) ShowPointer();
 }
 
 void PictureControl::ShowPicture() {
     const auto& name = Get<std::u16string>(Property::kPicture);
-    const QPixmap picture = desk().picture ? desk().picture(ToQt(name)) : QPixmap();
-    if (picture.isNull() || label_.size().isEmpty()) return label_.clear();
-    const double scale = label_.devicePixelRatioF();
-    QPixmap shown =
-        picture.scaled(label_.size() * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    shown.setDevicePixelRatio(scale);
-    label_.setPixmap(shown);
+    std::string content;
+    if (desk().pictures && !name.empty()) {
+        Suppressed([&] { content = desk().pictures->Picture(name); });
+    }
+    box_.SetPicture(content);
 }
 
 namespace {

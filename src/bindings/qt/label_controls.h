@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "bindings/qt/control_view.h"
+#include "bindings/qt/picture.h"
 
 namespace korvane::qt {
 
@@ -41,7 +42,7 @@ protected:
 
 private:
     void ShowPicture();
-    QLabel& label_;
+    PictureBox& box_;
 };
 
 class SplitterControl : public ControlView {

@@ -22,6 +22,7 @@ QtView::QtView(Listener listener)
       }),
       frame_(LikelyFrame()) {
     desk_.units = UnitsOf(QApplication::font());
+    desk_.frame = frame_;
     desk_.windowOf = [this](std::int64_t handle) { return WindowOf(handle); };
     told_ = Metrics();
     qApp->installEventFilter(this);
@@ -96,16 +97,12 @@ void QtView::Settle() {
 
 platform::ViewMetrics QtView::Metrics() const { return MetricsOf(desk_.units, frame_); }
 
-void QtView::SetPictures(std::function<QPixmap(const QString&)> picture) {
-    desk_.picture = std::move(picture);
-}
-
 // How wide frames are is known once there is one.
 void QtView::LearnFrame(const FormWindow& form) {
     if (!form.isVisible() || !form.windowHandle()) return;
     const QMargins frame = form.windowHandle()->frameMargins();
     if (frame.isNull() || frame == frame_) return;
-    frame_ = frame;
+    frame_ = desk_.frame = frame;
     TellMetrics();
 }
 
@@ -148,6 +145,17 @@ void QtView::Focus(std::int64_t handle) {
     if (!window) return;
     if (handle > platform::kFirstOwnHandle) window->raise();
     window->requestActivate();
+}
+
+// What another program took away is closed, as by its close box.
+void QtView::LoseWindow(quintptr window) {
+    for (const auto& [id, form] : forms_) {
+        if (form->internalWinId() != window || !form->isVisible()) continue;
+        // Not within the window system's own event.
+        QMetaObject::invokeMethod(
+            form.get(), [lost = form.get()] { lost->close(); }, Qt::QueuedConnection);
+        return;
+    }
 }
 
 // ---- beside the windows --------------------------------------------------

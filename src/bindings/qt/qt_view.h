@@ -11,6 +11,7 @@
 
 #include "bindings/qt/desk.h"
 #include "bindings/qt/form_window.h"
+#include "bindings/qt/lost_windows.h"
 #include "bindings/qt/message_box.h"
 #include "platform/window/link.h"
 #include "platform/window/view.h"
@@ -41,8 +42,9 @@ public:
     void Settle();
 
     platform::ViewMetrics Metrics() const;
-    // Where pictures come from; asked when a picture is shown.
-    void SetPictures(std::function<QPixmap(const QString& name)> picture);
+    // Where the pictures (SVG) come from that windows name; outlives the view. To
+    // be told before there are windows.
+    void SetPictures(platform::Resources& pictures) { desk_.pictures = &pictures; }
 
     // For tests and for programs that run in process. Null when there is none.
     FormWindow* Find(platform::WindowId window) const;
@@ -59,6 +61,7 @@ private:
     void TellMetrics();
     void Focus(std::int64_t handle);
     QWindow* WindowOf(std::int64_t handle);
+    void LoseWindow(quintptr window);
 
     Listener listener_;
     Desk desk_;
@@ -70,6 +73,7 @@ private:
     QMargins frame_;
     platform::ViewMetrics told_;
     std::optional<std::int64_t> focus_;  // to be given
+    LostWindows lost_{[this](quintptr window) { LoseWindow(window); }};
     bool settlesSoon_ = false;
     bool desktopChanged_ = false;
 };

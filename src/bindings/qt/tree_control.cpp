@@ -78,6 +78,7 @@ void TreeControl::ShowRows() {
     rows_.SetRows(State().nodes());
     toggled_.clear();
     const auto& nodes = State().nodes();
+    tree_.FitIndentation();
     for (std::size_t k = 0; k < nodes.size(); ++k) {
         if (nodes[k].expanded) ShowExpanded(static_cast<int>(k) + 1);
     }

@@ -1,6 +1,7 @@
 #include "bindings/qt/tree_rows.h"
 
 #include <QStringList>
+#include <algorithm>
 
 #include "bindings/qt/text.h"
 
@@ -11,6 +12,7 @@ void TreeRows::SetRows(const std::vector<platform::TreeNode>& rows) {
     rows_.clear();
     rows_.reserve(rows.size());
     below_.assign(rows.size() + 1, {});
+    depth_ = 0;
     for (const platform::TreeNode& node : rows) {
         std::vector<int>& siblings = below_[static_cast<std::size_t>(node.parent)];
         Row row{node.parent,
@@ -21,6 +23,7 @@ void TreeRows::SetRows(const std::vector<platform::TreeNode>& rows) {
         row.cells.push_back(OnOneLine(node.text));
         for (const std::u16string& text : node.subItems) row.cells.push_back(OnOneLine(text));
         rows_.push_back(std::move(row));
+        depth_ = std::max(depth_, rows_.back().depth);
         siblings.push_back(NodeCount());
     }
     endResetModel();

@@ -21,6 +21,8 @@ public:
     QModelIndex IndexOf(int node, int column = 0) const;
     // 0 for no row.
     static int NodeOf(const QModelIndex& index) { return static_cast<int>(index.internalId()); }
+    // How many rows lie above the deepest one.
+    int Depth() const { return depth_; }
     int NodeCount() const { return static_cast<int>(rows_.size()); }
 
     // Rows as lines of cells with tabs between them; blanks before the first
@@ -50,6 +52,7 @@ private:
     std::vector<Row> rows_;
     std::vector<std::vector<int>> below_{1};  // the rows right below each, 0 for the top
     std::vector<platform::TreeColumn> columns_;
+    int depth_ = 0;
 };
 
 }  // namespace korvane::qt

@@ -184,5 +184,87 @@ TEST_F(OnADesktop, ADragInTheTextSelectsIt) {
     EXPECT_EQ(selected.start + selected.length, pressed.start);
 }
 
+TEST_F(OnADesktop, ASecondWindowOpensWhereItsPlaceSays) {
+    Open();
+    view->Send(platform::StatusShown{u"Selected: Sales!B2:B13"});
+    ASSERT_TRUE(view->Settle());
+    explorer->form.reset();
+    ASSERT_TRUE(view->Settle());
+    // From here on the view knows the frame, and has a line to show.
+    std::vector<std::unique_ptr<ExplorerLike>> both;
+    for (int k = 0; k < 2; ++k) {
+        view->windows.frame = view->metrics.back().frame;
+        both.push_back(std::make_unique<ExplorerLike>(view->windows));
+        auto place = both.back()->form->GetPlace();
+        place.left = 1500 + 3000.0F * static_cast<float>(k);
+        place.top = 1500 + 3000.0F * static_cast<float>(k);
+        both.back()->form->Move(place);
+        view->events.clear();
+        both.back()->form->Show();
+        ASSERT_TRUE(view->Settle());
+        view->TakeUntil([] { return false; }, 300ms);
+        const auto now = both.back()->form->GetPlace();
+        EXPECT_EQ(now.left, place.left) << k;
+        EXPECT_EQ(now.top, place.top) << k;
+        EXPECT_EQ(now.width, place.width) << k;
+        EXPECT_EQ(now.height, place.height) << k;
+        EXPECT_TRUE(view->Told<platform::FormPlaced>().empty()) << k;
+    }
+    both.clear();
+}
+
+TEST_F(OnADesktop, ARefusedShrinkLeavesTheWindowWhereItWas) {
+    Open();
+    auto& form = *explorer->form;
+    float last = form.Width();
+    form.onResize = [&] {
+        // As the explorer refuses: back to what was accepted last.
+        if (form.Width() < 7000) form.SetWidth(last);
+        last = form.Width();
+    };
+    // The frame's own handle, its bottom right corner, is dragged out and then far in.
+    const auto& metrics = view->metrics.back();
+    const auto right = static_cast<int>((form.Left() + form.Width()) / metrics.twipsPerPixelX) - 1;
+    const auto bottom = static_cast<int>((form.Top() + form.Height()) / metrics.twipsPerPixelY) - 1;
+    const auto before = form.GetPlace();
+    const auto to = [](int x, int y) {
+        return "mousemove " + std::to_string(x) + " " + std::to_string(y);
+    };
+    Do(to(right, bottom) + " mousedown 1");
+    for (int step = 20; step <= 200; step += 20) Do(to(right + step, bottom + step));
+    EXPECT_GT(form.Width(), before.width) << "the frame was not taken hold of";
+    for (int step = 200; step >= -400; step -= 50) Do(to(right + step, bottom + step));
+    Do("mouseup 1");
+    Do("sleep 0.3");
+    EXPECT_EQ(form.Left(), before.left);
+    EXPECT_EQ(form.Top(), before.top);
+    EXPECT_GE(form.Width(), 7000);
+    form.onResize = {};
+}
+
+TEST_F(OnADesktop, ADialogWithoutAnOwnerAppearsInTheMiddle) {
+    Open();
+    explorer.reset();
+    auto design = ExplorerLikeDesign();
+    design.centred = true;
+    design.place.left = design.place.top = 0;
+    const auto dialog = view->windows.Load(design);
+    dialog->Show();
+    ASSERT_TRUE(view->Settle());
+    view->TakeUntil([] { return false; }, 300ms);
+    const auto& metrics = view->metrics.back();
+    const float middle = (dialog->Left() + dialog->Width() / 2) / metrics.twipsPerPixelX;
+    EXPECT_NEAR(middle, 640, 20);
+    EXPECT_GT(dialog->Top() / metrics.twipsPerPixelY, 100);
+}
+
+TEST_F(OnADesktop, AWindowThatIsTakenAwayIsToldAsClosed) {
+    Open();
+    const auto id = desktop->Do("search --name 'Korvane Explorer'");
+    Do("windowclose " + id.substr(0, id.find('\n')));
+    EXPECT_TRUE(view->TakeUntil([this] { return !explorer->form->IsOpen(); }));
+    EXPECT_EQ(view->Told<platform::CloseAsked>().size(), 1U);
+}
+
 }  // namespace
 }  // namespace korvane::test

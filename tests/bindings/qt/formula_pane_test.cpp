@@ -51,6 +51,60 @@ TEST(QtFormulaPane, KeysMoveTheCaretAndSelect) {
     EXPECT_TRUE(shown.Agrees());
 }
 
+// How many of the pane's pixels are not its background.
+int Ink(ShownForm& shown) {
+    const QImage image = shown.TextWidget().viewport()->grab().toImage();
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(image.width() - 1, image.height() - 1)) ++ink;
+        }
+    }
+    return ink;
+}
+
+TEST(QtFormulaPane, EveryTextIsPainted) {
+    ShownForm shown;
+    const int first = Ink(shown);
+    EXPECT_GT(first, 100);
+    for (int k = 0; k < 3; ++k) {
+        shown.Text().SetText(u"=SUM(A1:A2)+B1");
+        ShownForm::Turn();
+        EXPECT_EQ(Ink(shown), first) << k;
+    }
+    // Marked before, plain now.
+    shown.Text().SetSelection({1, 6});
+    shown.Text().SetSelColour(platform::Rgb(0, 0, 255));
+    ShownForm::Turn();
+    shown.Text().SetText(u"=SUM(A1:A2)+B1");
+    ShownForm::Turn();
+    EXPECT_EQ(Ink(shown), first);
+}
+
+TEST(QtFormulaPane, AClickWhereTheCaretIsIsToldToo) {
+    ShownForm shown;
+    ASSERT_EQ(shown.Text().Selection(), TextSpan{});
+    QWidget* paper = shown.TextWidget().viewport();
+    QTest::mouseClick(paper, Qt::LeftButton, {}, QPoint(1, 8));
+    ShownForm::Turn();
+    EXPECT_EQ(shown.Told<TextSelected>(), (std::vector<TextSelected>{{1, 4, {0, 0}}}));
+    shown.told.clear();
+    QTest::mouseClick(paper, Qt::RightButton, {}, QPoint(1, 8));
+    ShownForm::Turn();
+    EXPECT_TRUE(shown.Told<TextSelected>().empty());
+}
+
+TEST(QtFormulaPane, EnterHeldDownIsOneEnter) {
+    ShownForm shown;
+    for (int k = 0; k < 5; ++k) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, {}, QString(), k > 0);
+        QCoreApplication::sendEvent(&shown.TextWidget(), &key);
+        QKeyEvent other(QEvent::KeyPress, Qt::Key_Enter, Qt::KeypadModifier, QString(), true);
+        QCoreApplication::sendEvent(&shown.TreeWidget(), &other);
+    }
+    EXPECT_EQ(shown.Told<platform::KeyDown>().size(), 1U);
+}
+
 TEST(QtFormulaPane, MarkingLeavesTheUsersSelection) {
     ShownForm shown;
     // As the explorer marks: through the selection, under a lock, which it puts back.

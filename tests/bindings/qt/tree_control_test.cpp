@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include "base/text.h"
 #include "shown_form.h"
 
 namespace korvane::test {
@@ -158,6 +159,33 @@ TEST(QtTree, ManyRowsAreFilledAndScrolledAtOnce) {
     ShownForm::Turn();
     EXPECT_EQ(shown.TreeWidget().model()->rowCount(), 0);
     EXPECT_TRUE(shown.Agrees());
+}
+
+TEST(QtTree, ADeepTreeLeavesRoomForItsTexts) {
+    ShownForm shown;
+    const int usual = shown.TreeWidget().indentation();
+    auto& tree = shown.Tree();
+    constexpr std::int32_t kDepth = 40;
+    tree.ClearNodes();
+    for (std::int32_t node = 1; node <= kDepth; ++node) {
+        tree.AddNode(node - 1, u"node " + ToUtf16(std::to_string(node)), u"A1", {u"", u""});
+        if (node > 1) tree.SetExpanded(node - 1, true);
+    }
+    ShownForm::Turn();
+    auto& widget = shown.TreeWidget();
+    EXPECT_LT(widget.indentation(), usual);
+    const auto* rows = static_cast<qt::TreeRows*>(widget.model());
+    const QRect deepest = widget.visualRect(rows->IndexOf(kDepth));
+    EXPECT_GE(deepest.width(), widget.columnWidth(0) / 3) << "room for a text";
+    // A wider column has room for more.
+    const int before = widget.indentation();
+    tree.SetColumnWidth(1, 3 * widget.columnWidth(0));
+    ShownForm::Turn();
+    EXPECT_GT(widget.indentation(), before);
+    tree.ClearNodes();
+    tree.AddNode(0, u"node 1", u"A1", {u"", u""});
+    ShownForm::Turn();
+    EXPECT_EQ(widget.indentation(), usual);
 }
 
 }  // namespace
