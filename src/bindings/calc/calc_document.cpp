@@ -20,8 +20,10 @@
 #include "bindings/calc/errors.h"
 #include "bindings/calc/formula_text.h"
 #include "bindings/calc/kept_cell.h"
+#include "bindings/calc/tint_ledger.h"
 #include "bindings/calc/uno_text.h"
 #include "bindings/calc/view_data.h"
+#include "bindings/calc/view_moves.h"
 
 namespace korvane::calc {
 
@@ -32,6 +34,12 @@ using css::uno::UNO_QUERY_THROW;
 
 struct CalcDocument::Life {
     bool closed = false;
+};
+
+// The user's moves in the view, and what it showed when the active cell was set.
+struct CalcDocument::Following {
+    ViewMoves moves;
+    std::u16string shown;
 };
 
 namespace {
@@ -88,6 +96,7 @@ CalcDocument::CalcDocument(const Reference<css::uno::XComponentContext>& context
     dateOffset_ = DaysFromHostDayZero(dayZero);
     formulas_ = std::make_unique<FormulaText>(model_, FileName());
     kept_ = std::make_unique<KeptCell>();
+    tints_ = std::make_unique<TintLedger>(*this);
 }
 
 CalcDocument::~CalcDocument() = default;
@@ -95,6 +104,8 @@ CalcDocument::~CalcDocument() = default;
 void CalcDocument::Require() const {
     if (life_->closed) throw Error(kErrorObjectGone, u"The document has been closed");
 }
+
+bool CalcDocument::IsClosed() const { return life_->closed; }
 
 Reference<css::frame::XController> CalcDocument::controller() const {
     return model_->getCurrentController();
@@ -154,14 +165,39 @@ CalcDocument::NumberKind CalcDocument::KindOfFormat(sal_Int32 key) const {
     return kind;
 }
 
+void CalcDocument::NoteChangesIn(const std::shared_ptr<ChangeJournal>& journal) {
+    tints_->SetJournal(journal);
+    kept_->noted().SetJournal(journal);
+}
+
+void CalcDocument::FollowView() { following_ = std::make_unique<Following>(); }
+
+void CalcDocument::SetActiveCell(const CellAddress& cell) {
+    active_ = cell;
+    selected_.reset();
+    if (!following_) return;
+    following_->shown = DescribeView(controller());
+    following_->moves.Follow(controller());
+}
+
+// The view tells of our own selecting, too, and may do so late; and where it has
+// the cursor in a range is not the range's first cell.
+void CalcDocument::ForgetIfMoved() const {
+    if (!following_ || !active_ || !following_->moves.Take(controller())) return;
+    if (DescribeView(controller()) == following_->shown) return;
+    active_.reset();
+    selected_.reset();
+}
+
 CellAddress CalcDocument::ActiveCell() const {
+    ForgetIfMoved();
     if (active_) return *active_;
     return ActiveCellOfView(controller()).value_or(CellAddress(0, 0, 0));
 }
 
 Area CalcDocument::Selection() const {
-    if (selected_) return *selected_;
     const CellAddress cell = ActiveCell();
+    if (selected_) return *selected_;
     return {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1};
 }
 

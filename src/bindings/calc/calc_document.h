@@ -12,6 +12,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <com/sun/star/util/XModifiable2.hpp>
 #include <com/sun/star/util/XNumberFormats.hpp>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -23,8 +24,10 @@
 
 namespace korvane::calc {
 
+class ChangeJournal;
 class FormulaText;
 class KeptCell;
+class TintLedger;
 
 // A cell by numbers: 0-based, as the office counts.
 using CellAddress = com::sun::star::table::CellAddress;
@@ -44,6 +47,7 @@ public:
     // Throws kErrorObjectGone when the document has been closed. A closed
     // document's objects answer 0 and empty texts: so every access asks first.
     void Require() const;
+    bool IsClosed() const;
 
     const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context() const {
         return context_;
@@ -87,21 +91,34 @@ public:
     FormulaText& formulas() const { return *formulas_; }
     // The cell whose formula was read last, as it was then.
     KeptCell& kept() const { return *kept_; }
+    // The fills that cells have been given.
+    TintLedger& tints() const { return *tints_; }
 
     // The active cell: what sheet-less references and relative names are read
-    // from. Kept here, because a cell of a hidden sheet cannot be selected.
-    void SetActiveCell(const CellAddress& cell) {
-        active_ = cell;
-        selected_.reset();
-    }
+    // from. Kept here, because a cell of a hidden sheet cannot be selected. Set
+    // behind what the view is told.
+    void SetActiveCell(const CellAddress& cell);
     CellAddress ActiveCell() const;
     // Selects cells of the active cell's sheet: the next active cell takes them
     // off. Without any the active cell alone is selected.
     void SetSelection(const Area& cells) { selected_ = cells; }
     Area Selection() const;
 
+    // From now on changes are noted there for as long as they stand.
+    void NoteChangesIn(const std::shared_ptr<ChangeJournal>& journal);
+
+    // From now on a user moves about in the document's view, too: where he goes
+    // takes the place of what was set.
+    void FollowView();
+    // Brings the document's window to the front where there are several. Empty:
+    // the window is raised.
+    std::function<void()> activate;
+
 private:
     struct Life;  // outlives the document as long as the office refers to it
+    struct Following;
+
+    void ForgetIfMoved() const;
 
     com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context_;
     com::sun::star::uno::Reference<com::sun::star::frame::XModel> model_;
@@ -113,10 +130,12 @@ private:
     sal_Int32 undoSteps_ = 0;
     std::shared_ptr<Life> life_;
     double dateOffset_ = 0;
-    std::optional<CellAddress> active_;
-    std::optional<Area> selected_;
+    mutable std::optional<CellAddress> active_;
+    mutable std::optional<Area> selected_;
+    std::unique_ptr<Following> following_;  // null without a user
     std::unique_ptr<FormulaText> formulas_;
     std::unique_ptr<KeptCell> kept_;
+    std::unique_ptr<TintLedger> tints_;
     mutable std::map<sal_Int32, NumberKind> kinds_;
 };
 

@@ -259,20 +259,21 @@ void CalcRange::Activate() {
 // same: what depends on the active cell asks the document, not the view.
 void CalcRange::GoTo(bool selectAll) {
     const CellAddress first = FirstAddress();
-    document_->SetActiveCell(first);
-    if (selectAll) document_->SetSelection(AreaOf());
     const auto controller = document_->controller();
     const Reference<css::sheet::XSpreadsheetView> view(controller, UNO_QUERY);
     const Reference<css::view::XSelectionSupplier> selection(controller, UNO_QUERY);
-    if (!view.is() || !selection.is() || !IsVisible(*document_, first.Sheet)) return;
-    view->setActiveSheet(document_->Sheet(first.Sheet));
-    css::uno::Any selected;
-    if (selectAll) {
-        selected <<= cells_;
-    } else {
-        selected <<= cells_->getCellByPosition(0, 0);
+    if (view.is() && selection.is() && IsVisible(*document_, first.Sheet)) {
+        view->setActiveSheet(document_->Sheet(first.Sheet));
+        css::uno::Any selected;
+        if (selectAll) {
+            selected <<= cells_;
+        } else {
+            selected <<= cells_->getCellByPosition(0, 0);
+        }
+        selection->select(selected);
     }
-    selection->select(selected);
+    document_->SetActiveCell(first);
+    if (selectAll) document_->SetSelection(AreaOf());
 }
 
 }  // namespace korvane::calc

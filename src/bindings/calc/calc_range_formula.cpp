@@ -188,7 +188,7 @@ void CalcRange::Write(const std::u16string& formula, bool asArray) {
     // Whatever happens to what is written now, the cell can be put back.
     if (!kept.HoldsCell(at)) kept.Remember(at, cell, ShownFormula(0, 0));
     if (!kept.CanBePutBack(codes)) Fail(u"The cell's formula could not be put back");
-    kept.MarkChanged();
+    kept.MarkChanged(*document_, formula);
     silence.BeforeWrite();
     if (!formula.starts_with(u'=')) {
         cell->setFormula(ToOUString(formula));
@@ -198,6 +198,7 @@ void CalcRange::Write(const std::u16string& formula, bool asArray) {
         Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)->setTokens(tokens);
     }
     cell->getValue();  // calculates it
+    kept.NoteWritten(cell);
     if (!IsMalformed(cell->getError())) return;
     kept.PutBack(cell, silence, codes);
     Fail(u"The text is no formula");

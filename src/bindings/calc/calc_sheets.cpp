@@ -33,6 +33,7 @@ host::NamesPtr CalcWorkbook::Names() {
 
 void CalcWorkbook::Activate() {
     Ask(document_, [&] {
+        if (document_->activate) return document_->activate();
         const auto controller = document_->controller();
         const auto frame =
             controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>();

@@ -98,6 +98,25 @@ bool KeptCell::CanBePutBack(const OpCodes& codes) const {
     return true;
 }
 
+void KeptCell::MarkChanged(const CalcDocument& document, const std::u16string& written) {
+    changed_ = true;
+    if (!noted_.IsWanted() || !content_) return;
+    FormulaNote note;
+    note.url = ToText(document.model()->getURL());
+    note.sheet = document.SheetName(content_->at.Sheet);
+    note.column = content_->at.Column;
+    note.row = content_->at.Row;
+    note.before = ToText(content_->formula);
+    note.beforeIsFormula = content_->isFormula;
+    note.hadOwnFormat = content_->hasOwnFormat;
+    note.written = written;
+    noted_.Begin(note);
+}
+
+void KeptCell::NoteWritten(const Reference<css::table::XCell>& cell) {
+    if (noted_.IsWanted()) noted_.Complete(ToText(cell->getFormula()));
+}
+
 void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silence,
                        const OpCodes& codes) {
     // Untouched, the cell is not even written: that could change what it shows.
@@ -144,6 +163,7 @@ void KeptCell::PutBack(const Reference<css::table::XCell>& cell, Silence& silenc
     }
     if (cell->getFormula() != content.formula) Fail(u"The cell's formula could not be put back");
     changed_ = false;
+    noted_.End();
 }
 
 }  // namespace korvane::calc

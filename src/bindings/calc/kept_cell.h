@@ -9,6 +9,7 @@
 
 #include "bindings/calc/calc_document.h"
 #include "bindings/calc/formula_text.h"
+#include "bindings/calc/noted_formula.h"
 
 namespace korvane::calc {
 
@@ -29,8 +30,11 @@ public:
     // hold the value of a formula that Calc does not understand: written once,
     // such a value would be lost.
     bool CanBePutBack(const OpCodes& codes) const;
-    // Something else is about to be written into the remembered cell.
-    void MarkChanged() { changed_ = true; }
+    // `written` is about to be written into the remembered cell.
+    void MarkChanged(const CalcDocument& document, const std::u16string& written);
+    // It stands there now.
+    void NoteWritten(const com::sun::star::uno::Reference<com::sun::star::table::XCell>& cell);
+    NotedFormula& noted() { return noted_; }
 
     // Puts the remembered content back: tokens, array or not, number format.
     // Throws when the cell does not take it.
@@ -51,6 +55,7 @@ private:
     };
     std::optional<Content> content_;
     bool changed_ = false;
+    NotedFormula noted_;
 };
 
 }  // namespace korvane::calc

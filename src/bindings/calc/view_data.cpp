@@ -1,5 +1,9 @@
 #include "bindings/calc/view_data.h"
 
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -9,6 +13,8 @@
 namespace korvane::calc {
 
 namespace css = com::sun::star;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
 
 namespace {
 
@@ -48,6 +54,33 @@ std::optional<css::table::CellAddress> ActiveCellOfView(
     const auto row = Whole(cell[1]);
     if (!column || !row) return std::nullopt;
     return css::table::CellAddress(static_cast<sal_Int16>(*sheet), *column, *row);
+}
+
+std::u16string DescribeView(const Reference<css::frame::XController>& controller) {
+    std::u16string text;
+    const auto add = [&text](sal_Int32 number) {
+        for (const char digit : std::to_string(number) + ' ') text += static_cast<char16_t>(digit);
+    };
+    const auto cell = ActiveCellOfView(controller);
+    if (!cell) return text;
+    add(cell->Sheet);
+    add(cell->Column);
+    add(cell->Row);
+    const Reference<css::view::XSelectionSupplier> supplier(controller, UNO_QUERY);
+    if (!supplier.is()) return text;
+    const css::uno::Any selected = supplier->getSelection();
+    const Reference<css::sheet::XCellRangeAddressable> cells(selected, UNO_QUERY);
+    if (cells.is()) {
+        const auto where = cells->getRangeAddress();
+        for (const sal_Int32 number :
+             {where.StartColumn, where.StartRow, where.EndColumn, where.EndRow}) {
+            add(number);
+        }
+    } else {
+        const Reference<css::sheet::XSheetCellRanges> several(selected, UNO_QUERY);
+        if (several.is()) text += ToText(several->getRangeAddressesAsString());
+    }
+    return text;
 }
 
 }  // namespace korvane::calc

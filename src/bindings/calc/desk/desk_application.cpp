@@ -1,0 +1,221 @@
+#include "bindings/calc/desk/desk_application.h"
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
+#include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/task/XStatusIndicatorFactory.hpp>
+#include <com/sun/star/util/XModifiable2.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+
+#include "base/a1.h"
+#include "base/text.h"
+#include "bindings/calc/calc_range.h"
+#include "bindings/calc/dates.h"
+#include "bindings/calc/desk/frame_window.h"
+#include "bindings/calc/errors.h"
+#include "bindings/calc/uno_text.h"
+#include "host/constants.h"
+
+namespace korvane::calc {
+
+namespace css = com::sun::star;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+namespace {
+
+// Something selected that is no cells: a chart, a shape, a page preview.
+class OtherSelection : public Object {
+public:
+    std::u16string TypeName() const override { return u"Shape"; }
+};
+
+bool AreCells(const Reference<css::frame::XController>& controller) {
+    const Reference<css::sheet::XSpreadsheetView> sheets(controller, UNO_QUERY);
+    const Reference<css::view::XSelectionSupplier> supplier(controller, UNO_QUERY);
+    if (!sheets.is() || !supplier.is()) return false;
+    const css::uno::Any selected = supplier->getSelection();
+    return Reference<css::sheet::XSheetCellRange>(selected, UNO_QUERY).is() ||
+           Reference<css::sheet::XSheetCellRangeContainer>(selected, UNO_QUERY).is();
+}
+
+void LockControllers(const CalcDocument& document, bool lock) {
+    if (lock) return document.model()->lockControllers();
+    // What was written meanwhile is told now, and would mark the document.
+    const auto& modifiable = document.modifiable();
+    const bool wasEnabled = modifiable->disableSetModified();
+    document.model()->unlockControllers();
+    if (wasEnabled) modifiable->enableSetModified();
+}
+
+}  // namespace
+
+DeskApplication::DeskApplication(const Reference<css::uno::XComponentContext>& context,
+                                 AddinFile addin, DeskParts parts)
+    : context_(context),
+      addin_(std::move(addin)),
+      parts_(std::move(parts)),
+      documents_(context) {}
+
+DeskApplication::~DeskApplication() {
+    try {
+        SetScreenUpdating(true);
+        SetStatusBar(Value(false));
+    } catch (const Error&) {
+        // The document is gone, and its locks with it.
+    }
+}
+
+OpenDocument& DeskApplication::Active() {
+    OpenDocument* const open = documents_.Active();
+    if (open == nullptr) Fail(u"No spreadsheet is open");
+    open->document->Require();
+    return *open;
+}
+
+std::u16string DeskApplication::Version() {
+    return Translated([&] { return OfficeVersion(context_); });
+}
+
+std::u16string DeskApplication::Caption() {
+    return Translated([&] {
+        const Reference<css::beans::XPropertySet> frame(documents_.ActiveFrame(), UNO_QUERY);
+        rtl::OUString title;
+        if (frame.is()) frame->getPropertyValue(ToOUString(u"Title")) >>= title;
+        return ToText(title);
+    });
+}
+
+std::int64_t DeskApplication::Hwnd() {
+    return Translated([&] { return WindowHandle(documents_.ActiveFrame()); });
+}
+
+void DeskApplication::SetStatusBar(const Value& text) {
+    Translated([&] {
+        if (status_.is()) status_->end();
+        status_.clear();
+        const auto* const shown = text.Text();
+        if (shown == nullptr) return;
+        const Reference<css::task::XStatusIndicatorFactory> frame(documents_.ActiveFrame(),
+                                                                  UNO_QUERY);
+        if (!frame.is()) return;
+        status_ = frame->createStatusIndicator();
+        if (status_.is()) status_->start(ToOUString(*shown), 0);
+    });
+}
+
+void DeskApplication::SetCursor(int /*cursor*/) {}
+
+// Calc runs code of a document on events of its own choice; none comes of what
+// is written here, because it is silenced.
+void DeskApplication::SetEnableEvents(bool /*enable*/) {}
+
+bool DeskApplication::ScreenUpdating() { return still_ == nullptr; }
+
+void DeskApplication::SetScreenUpdating(bool update) {
+    if (update == ScreenUpdating()) return;
+    Translated([&] {
+        if (!update) {
+            DocumentPtr document = Active().document;
+            LockControllers(*document, true);
+            still_ = std::move(document);
+            return;
+        }
+        const DocumentPtr document = std::move(still_);
+        still_ = nullptr;
+        if (!document->IsClosed()) LockControllers(*document, false);
+    });
+}
+
+int DeskApplication::Calculation() {
+    return Translated([&] {
+        if (calculation_) return *calculation_;
+        const Reference<css::sheet::XCalculatable> mode(Active().document->model(),
+                                                        UNO_QUERY_THROW);
+        return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic
+                                                     : host::xlCalculationManual;
+    });
+}
+
+void DeskApplication::SetCalculation(int mode) { calculation_ = mode; }
+
+korvane::Value DeskApplication::Evaluate(const std::u16string& expression) {
+    return Translated([&]() -> korvane::Value {
+        OpenDocument& open = Active();
+        if (auto cells = CellsElsewhere(expression, open)) return korvane::Value(ObjectPtr(cells));
+        auto result = open.evaluator->Evaluate(expression);
+        if (!result.place) return std::move(result.value);
+        return korvane::Value(
+            ObjectPtr(CalcRange::Make(open.document, result.place->sheet, result.place->area)));
+    });
+}
+
+// The evaluator never follows a link, and the office would read a file for one; but
+// cells of a workbook that is open here are there to be shown.
+host::RangePtr DeskApplication::CellsElsewhere(const std::u16string& expression,
+                                               const OpenDocument& here) {
+    if (!expression.starts_with(u'=') || expression.find(u']') == std::u16string::npos) return {};
+    const auto parts = SplitReference(expression.substr(1));
+    if (!parts || parts->book.empty() || parts->sheet.empty()) return {};
+    if (EqualIgnoringCase(parts->book, here.document->FileName())) return {};
+    const auto area = ParseArea(parts->rest);
+    OpenDocument* const open = area ? documents_.Named(parts->book) : nullptr;
+    const auto sheet = open != nullptr ? open->document->FindSheet(parts->sheet) : std::nullopt;
+    return sheet ? CalcRange::Make(open->document, *sheet, *area) : nullptr;
+}
+
+ObjectPtr DeskApplication::Selection() {
+    return Translated([&]() -> ObjectPtr {
+        OpenDocument* const open = documents_.Active();
+        if (open == nullptr) return nullptr;
+        if (!AreCells(open->document->controller())) return std::make_shared<OtherSelection>();
+        return CalcRange::Make(open->document, open->document->ActiveCell().Sheet,
+                               open->document->Selection());
+    });
+}
+
+host::RangePtr DeskApplication::ActiveCell() {
+    return Translated([&] {
+        const DocumentPtr& document = Active().document;
+        const CellAddress cell = document->ActiveCell();
+        return CalcRange::Make(document, cell.Sheet,
+                               {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1});
+    });
+}
+
+host::CommandBarsPtr DeskApplication::CommandBars() {
+    return parts_.commandBars ? parts_.commandBars() : nullptr;
+}
+
+host::WorkbookPtr DeskApplication::ThisWorkbook() {
+    return std::make_shared<AddinWorkbook>(addin_);
+}
+
+void DeskApplication::OnKey(const std::u16string& key, const std::u16string& procedure) {
+    if (!parts_.bindKey) FailWithoutWindow(u"Application.OnKey");
+    parts_.bindKey(key, procedure);
+}
+
+void DeskApplication::OnKey(const std::u16string& key) {
+    if (!parts_.releaseKey) FailWithoutWindow(u"Application.OnKey");
+    parts_.releaseKey(key);
+}
+
+std::u16string DeskApplication::DecimalSeparator() {
+    return Translated([&] { return calc::DecimalSeparator(context_); });
+}
+
+std::u16string DeskApplication::DateText(double serial) {
+    return Translated([&] { return calc::DateText(context_, serial); });
+}
+
+host::SubscriptionPtr DeskApplication::Connect(host::ApplicationEvents& sink) {
+    if (!parts_.connect) return std::make_unique<host::Subscription>();
+    return parts_.connect(sink);
+}
+
+}  // namespace korvane::calc

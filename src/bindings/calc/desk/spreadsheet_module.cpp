@@ -1,0 +1,19 @@
+#include "bindings/calc/desk/spreadsheet_module.h"
+
+#include <com/sun/star/ui/theModuleUIConfigurationManagerSupplier.hpp>
+
+#include "bindings/calc/uno_text.h"
+
+namespace korvane::calc {
+
+namespace css = com::sun::star;
+
+css::uno::Reference<css::ui::XModuleUIConfigurationManager2> SpreadsheetModule(
+    const css::uno::Reference<css::uno::XComponentContext>& context) {
+    return {
+        css::ui::theModuleUIConfigurationManagerSupplier::get(context)->getUIConfigurationManager(
+            ToOUString(kSpreadsheetModule)),
+        css::uno::UNO_QUERY_THROW};
+}
+
+}  // namespace korvane::calc
