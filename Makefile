@@ -5,12 +5,14 @@ BUILD := build
 PROGRAM := $(BUILD)/bin/korvane
 EXAMPLE := examples/loan.xlsx
 
-.PHONY: help build run test bench sweep fuzz asan clang-build format tidy example clean
+.PHONY: help build run test oxt deb check-deb bench sweep fuzz asan clang-build format tidy example clean
 
 help:
 	@echo "make run          explore a cell of the sample workbook through LibreOffice Calc"
 	@echo "make test         build everything and run the test suite"
 	@echo "make build        build the program only: $(PROGRAM)"
+	@echo "make oxt          make the extension for LibreOffice: $(BUILD)/korvane.oxt"
+	@echo "make deb          make the Debian package; make check-deb: use it on a new system (as root)"
 	@echo "make bench        run the benchmarks"
 	@echo "make sweep        explore every formula of a folder of workbooks (CORPUS=folder)"
 	@echo "make fuzz         fuzz for ten minutes per fuzzer (FUZZ_SECONDS=n for another time)"
@@ -37,6 +39,15 @@ test: setup-test $(BUILD)/build.ninja
 	@cmake --build $(BUILD) -- --quiet
 	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
 	@ctest --test-dir $(BUILD) --output-on-failure --no-tests=error
+
+oxt: build
+	@tools/make_oxt.sh $(BUILD)
+
+deb: setup-test build
+	@cmake -E chdir $(BUILD) cpack -G DEB
+
+check-deb: setup-test deb
+	@tools/check_deb.sh $(BUILD)/korvane_*.deb
 
 bench: setup-dev $(BUILD)/build.ninja
 	@cmake --preset bench >/dev/null && cmake --build build-bench -- --quiet

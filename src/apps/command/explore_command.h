@@ -15,9 +15,10 @@ struct ExploreOptions {
     std::optional<bool> functions;       // default: as the script says, else shown
     bool precise = false;
     bool json = false;
-    bool all = false;      // every formula cell, in place of CELL...
-    bool window = false;   // one cell, in a window
-    int cellTimeout = 30;  // seconds that one cell may take with `all`
+    bool all = false;                   // every formula cell, in place of CELL...
+    bool window = false;                // one cell, in a window
+    std::optional<std::string> record;  // a file for the window's session; with a script
+    int cellTimeout = 30;               // seconds that one cell may take with `all`
 };
 
 // Explores and prints to standard output. Throws CommandError.

@@ -5,7 +5,9 @@
 #include <exception>
 
 #include "apps/command/explore_command.h"
+#include "apps/command/open_command.h"
 #include "apps/command/parse_command.h"
+#include "apps/command/replay_command.h"
 #include "apps/command/terminal.h"
 
 namespace {
@@ -51,16 +53,41 @@ int Run(int argc, char** argv) {
 
     auto* all = exploreCommand->add_flag("--all", explore.all,
                                          "Every formula cell, with a summary at the end");
+    auto* window =
+        exploreCommand
+            ->add_flag("--window", explore.window,
+                       "One cell in an explorer window, until it is closed")
+            ->excludes(exploreJson)
+            ->excludes(all);
     exploreCommand
-        ->add_flag("--window", explore.window, "One cell in an explorer window, until it is closed")
-        ->excludes(exploreJson)
-        ->excludes(all);
+        ->add_option("--record", explore.record,
+                     "Records what happens in the window of a scripted document, for replay")
+        ->needs(window)
+        ->option_text("FILE");
     exploreCommand
         ->add_option("--cell-timeout", explore.cellTimeout,
                      "Seconds that one cell may take with --all (30)")
         ->needs(all)
         ->check(CLI::Range(1, 86'400))
         ->option_text("SECONDS");
+
+    OpenOptions open;
+    auto* openCommand = app.add_subcommand(
+        "open", "Start LibreOffice Calc, with your own profile, and the add-in in it");
+    openCommand
+        ->add_option("books", open.books,
+                     "Workbooks to open, yours and not copies; none for a new spreadsheet")
+        ->option_text("[BOOK...]");
+    openCommand->footer(
+        "A Calc that runs with the add-in opens the workbooks. Ctrl+Q explores the selected cell.");
+
+    std::string recording;
+    auto* replayCommand = app.add_subcommand(
+        "replay", "Run a recorded session again and say where it differs");
+    replayCommand->add_option("recording", recording, "What explore --window --record has written")
+        ->required()
+        ->option_text("FILE");
+    replayCommand->footer("Exit codes: 0 all is the same, 1 it differs, 2 no whole recording.");
 
     ParseOptions parse;
     std::optional<bool> parseFunctions;
@@ -82,6 +109,8 @@ int Run(int argc, char** argv) {
         throw CommandError(kUsage, std::string(error.what()) + "; see korvane --help");
     }
     if (exploreCommand->parsed()) return RunExplore(explore);
+    if (replayCommand->parsed()) return RunReplay(recording);
+    if (openCommand->parsed()) RunOpen(open);
     parse.functions = parseFunctions.value_or(true);
     return RunParse(parse, DetectStyle(), stdin, stdout);
 }

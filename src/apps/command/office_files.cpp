@@ -97,18 +97,6 @@ bool HasOffice(const fs::path& program) {
     return fs::is_regular_file(program / "soffice.bin", failed);
 }
 
-// The value of `key` in one of the office's start-up files; empty without it.
-std::string StartupValue(const fs::path& file, std::string_view key) {
-    std::ifstream in(file);
-    for (std::string line; std::getline(in, line);) {
-        if (line.size() > key.size() && line[key.size()] == '=' &&
-            line.compare(0, key.size(), key) == 0) {
-            return line.substr(key.size() + 1);
-        }
-    }
-    return {};
-}
-
 // The office's own configuration and ours, then the private profile's; neither
 // the user's profile nor extensions nor the desktop's settings.
 std::string ConfigurationLayers(const fs::path& program, const PrivateFolder& folder) {
@@ -129,6 +117,17 @@ std::string Replaced(std::string_view text, const std::string& with) {
 }
 
 }  // namespace
+
+std::string StartupValue(const fs::path& file, std::string_view key) {
+    std::ifstream in(file);
+    for (std::string line; std::getline(in, line);) {
+        if (line.size() > key.size() && line[key.size()] == '=' &&
+            line.compare(0, key.size(), key) == 0) {
+            return line.substr(key.size() + 1);
+        }
+    }
+    return {};
+}
 
 fs::path FindOffice() {
     const char* const named = std::getenv("KORVANE_OFFICE");

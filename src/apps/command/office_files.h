@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace korvane::command {
@@ -14,6 +15,9 @@ class PrivateFolder;
 // installation's folder or its program/), else the usual place. Throws
 // CommandError kHostLost, saying what to install, when there is none.
 std::filesystem::path FindOffice();
+
+// The value of `key` in one of the office's start-up files; empty without it.
+std::string StartupValue(const std::filesystem::path& file, std::string_view key);
 
 // The component that belongs to this program (lib/korvane beside its own
 // folder). Throws CommandError kHostLost when it is missing.

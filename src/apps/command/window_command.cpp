@@ -1,6 +1,9 @@
 #include "apps/command/window_command.h"
 
+#include <fstream>
+
 #include "apps/command/open_workbook.h"
+#include "apps/command/recorded_session.h"
 #include "apps/command/script_file.h"
 #include "apps/command/scripted_document.h"
 #include "apps/command/view_program.h"
@@ -29,9 +32,21 @@ void ShowScript(const ExploreOptions& options) {
     if (options.precise) settings.bPreciseCalc = true;
     settings.folders = posix::UserFolders();
     MakeWindowless(document.host(), settings.folders);
+    window::SessionRecording recording{{kMetricsNote, kSettingNote, kAnswerNote}, {}};
+    if (options.record) {
+        // Before the user has worked for nothing.
+        if (!std::ofstream(*options.record, std::ios::binary)) {
+            throw CommandError(kNotFound, "cannot write " + *options.record);
+        }
+        recording.done = [&options](const std::string& frames) {
+            std::ofstream(*options.record, std::ios::binary)
+                << RecordingStart(ReadDocuments(*options.script).front(), options.arguments)
+                << frames;
+        };
+    }
     view_link::ViewLink link(FindView());
     window::ShowExplorer(link, document.host().Application(), document.host().AddinWorkbook(),
-                         settings);
+                         settings, options.record ? &recording : nullptr);
 }
 
 }  // namespace
@@ -39,6 +54,9 @@ void ShowScript(const ExploreOptions& options) {
 ExitCode RunWindow(const ExploreOptions& options) {
     if (options.script ? options.arguments.size() > 1 : options.arguments.size() != 2) {
         throw CommandError(kUsage, "explore --window takes a workbook and one cell");
+    }
+    if (options.record && (!options.script || *options.script == "-")) {
+        throw CommandError(kUsage, "--record needs a scripted document: --script FILE");
     }
     if (options.script) {
         ShowScript(options);

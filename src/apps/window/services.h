@@ -6,14 +6,16 @@
 #include <optional>
 
 #include "apps/window/settings_overrides.h"
+#include "bindings/curl/curl_url_reader.h"
 #include "bindings/posix/folders.h"
+#include "bindings/posix/help_viewer.h"
 #include "bindings/posix/ini_settings_store.h"
 #include "bindings/posix/posix_clock.h"
 #include "bindings/posix/posix_files.h"
 #include "bindings/posix/posix_shell.h"
+#include "bindings/resources/built_in_pictures.h"
 #include "bindings/view_link/linked_message_boxes.h"
 #include "bindings/view_link/linked_screen.h"
-#include "bindings/view_link/pump.h"
 #include "bindings/view_link/view_link.h"
 #include "platform/platform.h"
 #include "platform/window/windows.h"
@@ -31,29 +33,20 @@ struct SessionSettings {
 
 class Services {
 public:
-    // The link outlives the services; its views show their windows.
-    Services(view_link::ViewLink& link, const SessionSettings& settings);
+    // The link outlives the services; its views show their windows. `modal` waits
+    // for the user, and outlives them too.
+    Services(view_link::ViewLink& link, platform::ModalLoop& modal,
+             const SessionSettings& settings);
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
 
     platform::Platform& platform() { return platform_; }
-    view_link::Pump& pump() { return pump_; }
-    const platform::Windows& windows() const { return windows_; }
+    platform::Windows& windows() { return windows_; }
+    // Told by the host of its own windows.
+    view_link::LinkedScreen& screen() { return screen_; }
 
 private:
-    // A host without bars shows no picture.
-    class NoPictures : public platform::Resources {
-    public:
-        std::string Picture(const std::u16string& name) override;
-    };
-    // There is no server to be asked.
-    class NoUrls : public platform::UrlReader {
-    public:
-        std::u16string Read(const std::u16string& address, std::chrono::seconds timeout) override;
-    };
-
-    view_link::Pump pump_;
-    platform::Windows windows_{pump_};
+    platform::Windows windows_;
     view_link::ShownWindows shown_;
     view_link::LinkedScreen screen_;
     view_link::LinkedMessageBoxes messageBoxes_;
@@ -62,8 +55,11 @@ private:
     posix::PosixShell shell_;
     posix::IniSettingsStore stored_;
     SettingsOverrides settings_{stored_};
-    NoPictures pictures_;
-    NoUrls urls_;
+    resources::BuiltInPictures pictures_;
+    curl::CurlUrlReader urls_;
+    posix::Manual manual_;
+    posix::FilesWithHelp filesWithHelp_{files_, manual_};
+    posix::ShellWithHelp shellWithHelp_{shell_, manual_};
     platform::Platform platform_;
 };
 

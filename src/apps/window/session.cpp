@@ -1,10 +1,12 @@
 #include "apps/window/session.h"
 
+#include <memory>
 #include <string>
 
 #include "apps/addin/addin.h"
 #include "base/attempt.h"
 #include "base/text.h"
+#include "bindings/view_link/pump.h"
 #include "host/range.h"
 
 namespace korvane::window {
@@ -64,16 +66,30 @@ private:
 }  // namespace
 
 void ShowExplorer(view_link::ViewLink& link, const host::ApplicationPtr& application,
-                  const host::WorkbookPtr& addinWorkbook, const SessionSettings& settings) {
-    Services services(link, settings);
+                  const host::WorkbookPtr& addinWorkbook, const SessionSettings& settings,
+                  const SessionRecording* recording) {
+    view_link::Pump pump(link);
+    Services services(link, pump, settings);
     RequireView(link);
-    Addin addin(services.platform());
+    std::unique_ptr<RecordedPlatform> recorded;
+    if (recording) {
+        recorded =
+            std::make_unique<RecordedPlatform>(services.platform(), link, recording->letters);
+    }
+    struct Done {
+        const SessionRecording* recording;
+        const std::unique_ptr<RecordedPlatform>& recorded;
+        ~Done() {
+            if (recorded) Suppressed([this] { recording->done(recorded->recording()); });
+        }
+    } const done{recording, recorded};
+    Addin addin(recorded ? recorded->platform() : services.platform());
     addin.main().AutoOpen(application, addinWorkbook);
     addin.state().updatesChecked = true;  // nobody is there to be asked
     addin.main().Explore();
     const bool opened = !services.windows().forms().empty();
     SelectionLine line(link, *application);
-    services.pump().RunUntil([&] {
+    pump.RunUntil([&] {
         line.Update();
         return services.windows().forms().empty();
     });

@@ -6,6 +6,7 @@
 
 #include "../window/user_view.h"
 #include "apps/command/office_document.h"
+#include "base/text.h"
 #include "files_under_test.h"
 
 namespace korvane::command {
@@ -25,6 +26,14 @@ OfficeDocument::WindowRequest RequestFor(const std::u16string& cell, const TestF
     return request;
 }
 
+// The number of the row with this location; 0 for none.
+std::int32_t RowAt(const std::vector<platform::TreeNode>& nodes, const std::u16string& location) {
+    for (std::size_t k = 0; k < nodes.size(); ++k) {
+        if (nodes[k].subItems.front() == location) return static_cast<std::int32_t>(k) + 1;
+    }
+    return 0;
+}
+
 TEST(OfficeWindow, ExploresAWorkbook) {
     TestFolder folder;
     const std::string path = folder.Write("small.fods", SmallWorkbook());
@@ -34,8 +43,9 @@ TEST(OfficeWindow, ExploresAWorkbook) {
         const auto& nodes = user.Control(window, kTree).nodes();
         ASSERT_GE(nodes.size(), 3U);
         EXPECT_EQ(nodes[0].subItems.back(), u"60");
-        user.Do(window, kTree, platform::NodeSelected{0, 0, 3});
-        ASSERT_TRUE(user.WaitForStatus(u"Selected: [small.fods]Data!$A$1:$A$3"));
+        user.Do(window, kTree, platform::NodeSelected{0, 0, RowAt(nodes, u"Data!A1:A3")});
+        ASSERT_TRUE(user.WaitForStatus(u"Selected: [small.fods]Data!$A$1:$A$3"))
+            << ToUtf8(user.status);
         user.Do(window, kTree, platform::KeyDown{0, 0, 'Q', platform::kCtrl});
         ASSERT_TRUE(user.WaitForWindows(2));
         user.Do(platform::CloseAsked{user.newest(), true});

@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <thread>
@@ -28,7 +29,10 @@ public:
         thread_ = std::thread([this, user = std::move(user)] {
             Introduce();
             user(*this);
-            WaitUntil([] { return false; });
+            // Whoever waits for a user who has failed would wait for ever.
+            if (::testing::Test::HasFatalFailure()) Leave();
+            while (TakeSome(-1)) {
+            }
         });
     }
     ~UserView() {
@@ -52,14 +56,11 @@ public:
     // Takes what the core sends, until `done`; false when the link ends or that
     // takes too long.
     bool WaitUntil(const std::function<bool()>& done) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!done()) {
-            pollfd link{own_, POLLIN, 0};
-            char block[4096];
-            if (::poll(&link, 1, 60'000) <= 0) return false;
-            const ssize_t count = ::recv(own_, block, sizeof block, 0);
-            if (count <= 0) return false;
-            bytes_.append(block, static_cast<std::size_t>(count));
-            TakeMessages();
+            const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+                end - std::chrono::steady_clock::now());
+            if (left.count() <= 0 || !TakeSome(static_cast<int>(left.count()))) return false;
         }
         return true;
     }
@@ -90,6 +91,18 @@ public:
     std::vector<std::u16string> boxes;  // that were shown, each answered at once
 
 private:
+    // Waits for something that the core sends; false when nothing came in time,
+    // or nothing will.
+    bool TakeSome(int milliseconds) {
+        pollfd link{own_, POLLIN, 0};
+        char block[4096];
+        if (::poll(&link, 1, milliseconds) <= 0) return false;
+        const ssize_t count = ::recv(own_, block, sizeof block, 0);
+        if (count <= 0) return false;
+        bytes_.append(block, static_cast<std::size_t>(count));
+        TakeMessages();
+        return true;
+    }
     platform::ControlId IdOf(platform::WindowId window, const char16_t* name) const {
         platform::ControlId id = 0;
         for (const auto& control : mirror.forms().at(window).design.controls) {

@@ -1,0 +1,78 @@
+// The whole add-in in a running Calc: wired, started with the first spreadsheet,
+// ended with the office.
+#pragma once
+
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
+#include <memory>
+
+#include "apps/addin/addin.h"
+#include "apps/desk/link_watch.h"
+#include "apps/desk/main_thread.h"
+#include "apps/desk/office_modal.h"
+#include "apps/window/services.h"
+#include "bindings/calc/desk/calc_command_bars.h"
+#include "bindings/calc/desk/command_table.h"
+#include "bindings/calc/desk/desk_application.h"
+#include "bindings/calc/desk/shortcut_keys.h"
+#include "bindings/calc/desk/tint_guard.h"
+#include "bindings/view_link/view_link.h"
+
+namespace korvane::desk {
+
+// All calls are made on the office's main thread; none throws unless it says so.
+class RunningAddin {
+public:
+    using Context = com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>;
+    using Model = com::sun::star::uno::Reference<com::sun::star::frame::XModel>;
+
+    // Prepares everything; nothing is shown and no view runs yet. Throws when the
+    // office lacks what is needed.
+    explicit RunningAddin(const Context& context);
+    ~RunningAddin();
+    RunningAddin(const RunningAddin&) = delete;
+    RunningAddin& operator=(const RunningAddin&) = delete;
+
+    // What menus, keys and buttons run.
+    std::shared_ptr<calc::CommandTable> commands() const { return commands_; }
+
+    // A spreadsheet's window is there, or was activated.
+    void NoteWindow(const Model& model);
+    // A document closes: its windows go, and its cells get their fills back.
+    void NoteClosing(const Model& model);
+    // The office must not end while it waits for an answer.
+    bool IsWaiting() const { return modal_.IsWaiting(); }
+    // The office ends.
+    void End();
+
+private:
+    void Start();
+    void Run(void (CMain::*command)());
+    bool MayRun(Addin::Kind kind);
+    bool HasView();
+    bool IsUserFree();
+    void CloseAll();
+    void CloseWhere(const std::function<bool(const platform::Form&)>& closes);
+    void FollowActiveWindow();
+    OfficeModal::Frame ActiveFrame();
+
+    Context context_;
+    MainThread thread_;
+    std::shared_ptr<calc::CommandTable> commands_;
+    std::unique_ptr<calc::ShortcutKeys> keys_;
+    std::shared_ptr<calc::CalcCommandBars> bars_;
+    view_link::ViewLink link_;
+    LinkWatch watch_;
+    OfficeModal modal_;
+    std::shared_ptr<calc::DeskApplication> application_;
+    std::unique_ptr<calc::TintGuard> guard_;
+    window::Services services_;
+    Addin addin_;
+    bool isStarting_ = false;
+    bool isRunning_ = false;
+    bool ends_ = false;
+    std::shared_ptr<char> life_ = std::make_shared<char>();  // ends with the object
+};
+
+}  // namespace korvane::desk

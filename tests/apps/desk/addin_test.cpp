@@ -1,0 +1,226 @@
+// The whole add-in as the user of a running Calc meets it.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "calc_with_addin.h"
+
+namespace korvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kExplorer = "Korvane Explorer";
+
+bool Holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+class AddinInCalc : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (const std::string why = CalcWithAddin::WhyNot(); !why.empty()) GTEST_SKIP() << why;
+        std::string name = (fs::temp_directory_path() / "addin-in-calc-XXXXXX").string();
+        ASSERT_NE(::mkdtemp(name.data()), nullptr);
+        folder_ = name;
+        fs::copy_file(fs::path(KORVANE_EXAMPLES) / "loan.fods", folder_ / "loan.fods");
+        fs::copy_file(fs::path(KORVANE_EXAMPLES) / "loan.fods", folder_ / "other.fods");
+        desktop_ = std::make_unique<Desktop>();
+        calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, folder_ / "loan.fods");
+        ASSERT_TRUE(calc_->ready());
+        cells_ = calc_->Ask("cells");
+        ASSERT_TRUE(Holds(cells_, "Loan.B9"));
+    }
+    void TearDown() override {
+        if (HasFailure() && desktop_) desktop_->Picture("addin_in_calc_failed");
+        calc_.reset();
+        desktop_.reset();
+        if (!folder_.empty()) fs::remove_all(folder_);
+    }
+    void Press(const std::string& keys) { desktop_->Do("key " + keys); }
+    // Explores a cell by the shortcut.
+    void Explore(const std::string& cell, int windows = 1) {
+        ASSERT_EQ(calc_->Ask("select " + cell), "done");
+        const std::string state = calc_->Ask("state");
+        ASSERT_TRUE(calc_->Focus(state.substr(0, state.find(' '))));
+        Press("ctrl+q");
+        ASSERT_EQ(calc_->Windows(kExplorer, windows), windows);
+        WaitForKeyboard(kExplorer);
+    }
+    void WaitForKeyboard(const std::string& title) {
+        EXPECT_TRUE(
+            Holds(calc_->AskUntil("ready",
+                                  [&](const std::string&) { return Holds(ActiveWindow(), title); }),
+                  "yes"));
+    }
+    std::string ActiveWindow() { return desktop_->Do("getactivewindow getwindowname 2>/dev/null"); }
+    // Walks down the tree until cells are tinted; which.
+    std::string WalkToTint() {
+        std::string fills;
+        for (int step = 0; step < 30 && fills.empty(); ++step) {
+            Press("Down");
+            fills = calc_->AskUntil("fills", [tries = 0](const std::string& answer) mutable {
+                return !answer.empty() || ++tries > 8;
+            });
+        }
+        return fills;
+    }
+    // The workbook is as it was, whatever was selected.
+    void ExpectUntouched() {
+        EXPECT_EQ(calc_->AskUntil("fills", [](const std::string& fills) { return fills.empty(); }),
+                  "");
+        EXPECT_EQ(calc_->Ask("cells"), cells_);
+        const std::string state = calc_->Ask("state");
+        EXPECT_TRUE(Holds(state, "modified 0 undo 0 locked 0")) << state;
+    }
+
+    fs::path folder_;
+    std::string cells_;
+    std::unique_ptr<Desktop> desktop_;
+    std::unique_ptr<CalcWithAddin> calc_;
+};
+
+TEST_F(AddinInCalc, ExploresACellAndAPartOfItAndGivesEverythingBack) {
+    Explore("Loan.B9");
+    Press("Down");
+    Press("asterisk");
+    const std::string tinted = WalkToTint();
+    EXPECT_TRUE(Holds(tinted, "=52479")) << tinted;  // 00CCFF
+    EXPECT_TRUE(Holds(calc_->Ask("state"), "modified 0 undo 0 locked 0"));
+    desktop_->Picture("explorer_over_calc");
+    Press("ctrl+q");
+    EXPECT_EQ(calc_->Windows(kExplorer, 2), 2);
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
+    WaitForKeyboard(kExplorer);
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ExpectUntouched();
+    WaitForKeyboard("LibreOffice Calc");
+}
+
+TEST_F(AddinInCalc, GoesBackOverSheetsAndDocuments) {
+    Explore("Loan.B9");
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    Explore("Scenarios.C3");
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ASSERT_EQ(calc_->Ask("open " + (folder_ / "other.fods").string()), "done");
+    Explore("Schedule.B3");
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    calc_->Ask("select Loan.A1");
+    ASSERT_TRUE(calc_->Focus("other.fods"));
+    const auto back = [this](const std::string& where) {
+        Press("alt+q");
+        const auto is = [&](const std::string& state) { return Holds(state, where); };
+        const std::string state = calc_->AskUntil("state", is);
+        EXPECT_TRUE(is(state)) << state;
+    };
+    back("other.fods selected $Schedule.$B$3");
+    back("loan.fods selected $Scenarios.$C$3");
+    back("loan.fods selected $Loan.$B$9");
+}
+
+TEST_F(AddinInCalc, BothModesWork) {
+    Explore("Loan.B11");
+    // A box stays pressed for a tenth of a second after its access key, and the
+    // Escape key would only let go of it.
+    desktop_->Do("key alt+f sleep 0.3 key alt+p sleep 0.3 key alt+f sleep 0.3 key alt+p sleep 0.3");
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ExpectUntouched();
+}
+
+TEST_F(AddinInCalc, SettingsAreChangedInTheDialogAndKept) {
+    Press("alt+t");
+    Press("x");
+    Press("s");
+    ASSERT_EQ(calc_->Windows("Korvane Explorer Settings", 1), 1);
+    WaitForKeyboard("Korvane Explorer Settings");
+    // Calc does not take the keyboard while it waits.
+    desktop_->Do("key alt+b sleep 0.3 key Return");
+    EXPECT_EQ(calc_->Windows("Korvane Explorer Settings", 0), 0);
+    std::ifstream stored(folder_ / "config/Korvane/Korvane.ini");
+    const std::string text{std::istreambuf_iterator<char>(stored), {}};
+    EXPECT_TRUE(Holds(text, "optFormulaBold=1")) << text;
+    ExpectUntouched();
+    Explore("Loan.B9");
+}
+
+TEST_F(AddinInCalc, DeclinesWhileACellIsEdited) {
+    ASSERT_EQ(calc_->Ask("select Loan.B9"), "done");
+    Press("F2");
+    Press("ctrl+q");
+    // The notice has the product's title, too.
+    EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
+    WaitForKeyboard(kExplorer);
+    Press("Return");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    Press("Escape");
+    ExpectUntouched();
+    Explore("Loan.B9");
+}
+
+TEST_F(AddinInCalc, AViewThatDiesIsReplaced) {
+    const char* const rounds = std::getenv("KORVANE_ROUNDS");
+    for (int left = rounds != nullptr ? std::atoi(rounds) : 3; left > 0; --left) {
+        Explore("Loan.B9");
+        Press("Down");
+        Press("asterisk");
+        EXPECT_FALSE(WalkToTint().empty());
+        const auto views = calc_->Views();
+        ASSERT_EQ(views.size(), 1U);
+        ASSERT_EQ(::kill(views.front(), SIGKILL), 0);
+        EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+        ExpectUntouched();
+    }
+}
+
+TEST_F(AddinInCalc, AViewThatStallsIsGivenUp) {
+    Explore("Loan.B9");
+    Press("Down");
+    Press("asterisk");
+    EXPECT_FALSE(WalkToTint().empty());
+    const auto views = calc_->Views();
+    ASSERT_EQ(views.size(), 1U);
+    ASSERT_EQ(::kill(views.front(), SIGSTOP), 0);
+    ExpectUntouched();
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    Explore("Loan.B9");
+}
+
+TEST_F(AddinInCalc, ADocumentTakesItsExplorersWithIt) {
+    ASSERT_EQ(calc_->Ask("open " + (folder_ / "other.fods").string()), "done");
+    Explore("Loan.B9");
+    Press("Down");
+    Press("asterisk");
+    EXPECT_FALSE(WalkToTint().empty());
+    ASSERT_EQ(calc_->Ask("close"), "done");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ExpectUntouched();  // the other one
+    Explore("Loan.B9");
+}
+
+TEST_F(AddinInCalc, EndsWithTheOffice) {
+    Explore("Loan.B9");
+    Press("Down");
+    Press("asterisk");
+    EXPECT_FALSE(WalkToTint().empty());
+    const auto views = calc_->Views();
+    ASSERT_EQ(views.size(), 1U);
+    EXPECT_EQ(calc_->Ask("quit"), "done");
+    const int status = calc_->WaitForEnd();
+    EXPECT_TRUE(WIFEXITED(status)) << status;
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_NE(::kill(views.front(), 0), 0);
+    EXPECT_EQ(OutputOf("grep -rilF korvane " + (folder_ / "profile/user").string()), "");
+}
+
+}  // namespace
+}  // namespace korvane::test
