@@ -22,7 +22,8 @@ def offered(program):
     commands = re.findall(r"^  ([a-z]+) {2,}", top.partition("Subcommands:")[2], re.M)
     options = {"": {"--help", "--version"}}
     for command in commands:
-        options[command] = set(OPTION.findall(said(program, command, "--help")))
+        told = said(program, command, "--help")
+        options[command] = set(re.findall(r"^  (?:-\w,)?(--[a-z-]+)", told, re.M))
     return options
 
 

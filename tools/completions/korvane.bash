@@ -4,17 +4,18 @@ _korvane() {
     local command=${COMP_WORDS[1]-} options=''
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        mapfile -t COMPREPLY < <(compgen -W 'open explore parse --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'open explore parse replay --help --version' -- "$word")
         return
     fi
     case $command in
         open) options='--help' ;;
-        explore) options='--functions --no-functions --precise --json --script --all --window --cell-timeout --help' ;;
+        explore) options='--functions --no-functions --precise --json --script --all --window --record --cell-timeout --help' ;;
+        replay) options='--help' ;;
         parse) options='--functions --no-functions --json --count --help' ;;
     esac
     case $before in
         --cell-timeout) return ;;
-        --script) word=${word:-} options='' ;;
+        --script | --record) options='' ;;
     esac
     if [ -n "$options" ] && [ "${word#-}" != "$word" ]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")

@@ -50,11 +50,11 @@ public:
     template <class... Ts>
     void Put(const std::variant<Ts...>& choice) {
         Byte(static_cast<std::uint8_t>(choice.index()));
-        std::visit([this](const auto& held) { Put(held); }, choice);
+        std::visit([this](const auto& held) { this->Put(held); }, choice);
     }
     template <Message M>
     void Put(const M& message) {
-        std::apply([this](const auto&... fields) { (Put(fields), ...); }, M::Fields(message));
+        std::apply([this](const auto&... fields) { (this->Put(fields), ...); }, M::Fields(message));
     }
 
 private:
