@@ -143,7 +143,7 @@ public:
     }
     template <Message M>
     bool Take(M& message) {
-        return std::apply([this](auto&... fields) { return (Take(fields) && ...); },
+        return std::apply([this](auto&... fields) { return (this->Take(fields) && ...); },
                           M::Fields(message));
     }
 
