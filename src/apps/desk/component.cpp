@@ -37,6 +37,16 @@ class DocumentEvents : public cppu::WeakImplHelper1<css::document::XDocumentEven
 public:
     explicit DocumentEvents(std::weak_ptr<RunningAddin> addin) : addin_(std::move(addin)) {}
     void SAL_CALL documentEventOccured(const css::document::DocumentEvent& event) override {
+        try {
+            Tell(event);
+        } catch (...) {
+            // An exception that left this place would end the office.
+        }
+    }
+    void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {}
+
+private:
+    void Tell(const css::document::DocumentEvent& event) const {
         const auto addin = addin_.lock();
         const Reference<css::frame::XModel> model(event.Source, UNO_QUERY);
         const Reference<css::lang::XServiceInfo> info(event.Source, UNO_QUERY);
@@ -45,10 +55,9 @@ public:
         const std::u16string name = calc::ToText(event.EventName);
         if (name == u"OnFocus") addin->NoteWindow(model);
         if (name == u"OnUnload") addin->NoteClosing(model);
+        if (name == u"OnViewClosed") addin->NoteClosed();
     }
-    void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {}
 
-private:
     std::weak_ptr<RunningAddin> addin_;
 };
 

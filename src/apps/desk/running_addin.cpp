@@ -190,6 +190,27 @@ void RunningAddin::NoteClosing(const Model& model) {
     });
 }
 
+void RunningAddin::NoteClosed() {
+    thread_.Post([weak = std::weak_ptr<char>(life_), this] {
+        if (weak.lock() && !ends_) Quietly([this] { CloseOrphans(); });
+    });
+}
+
+// One of a document's windows may go while the document stays.
+void RunningAddin::CloseOrphans() {
+    const auto frames = css::frame::Desktop::create(context_)->getFrames();
+    std::set<std::int64_t> owners;
+    for (sal_Int32 k = 0; k < frames->getCount(); ++k) {
+        OfficeModal::Frame frame;
+        frames->getByIndex(k) >>= frame;
+        owners.insert(calc::WindowHandle(frame));
+    }
+    CloseWhere([&owners](const platform::Form& form) {
+        return form.Owner() != 0 && owners.count(form.Owner()) == 0;
+    });
+    watch_.Update();
+}
+
 void RunningAddin::CloseAll() {
     CloseWhere([](const platform::Form&) { return true; });
 }

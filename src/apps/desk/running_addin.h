@@ -41,6 +41,8 @@ public:
     void NoteWindow(const Model& model);
     // A document closes: its windows go, and its cells get their fills back.
     void NoteClosing(const Model& model);
+    // A window of a document's has closed.
+    void NoteClosed();
     // The office must not end while it waits for an answer.
     bool IsWaiting() const { return modal_.IsWaiting(); }
     // The office ends.
@@ -53,6 +55,7 @@ private:
     bool HasView();
     bool IsUserFree();
     void CloseAll();
+    void CloseOrphans();
     void CloseWhere(const std::function<bool(const platform::Form&)>& closes);
     void FollowActiveWindow();
     OfficeModal::Frame ActiveFrame();

@@ -207,6 +207,20 @@ TEST_F(AddinInCalc, ADocumentTakesItsExplorersWithIt) {
     Explore("Loan.B9");
 }
 
+TEST_F(AddinInCalc, AWindowTakesItsExplorersWithItThoughTheDocumentStays) {
+    Press("alt+w");
+    Press("n");  // New Window
+    ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
+    Press("ctrl+q");
+    ASSERT_EQ(calc_->Windows(kExplorer, 1), 1);
+    ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
+    Press("ctrl+w");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ExpectUntouched();
+    Explore("Loan.B9");
+}
+
 TEST_F(AddinInCalc, EndsWithTheOffice) {
     Explore("Loan.B9");
     Press("Down");
