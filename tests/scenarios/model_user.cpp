@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace korvane::test {
 namespace {
@@ -119,12 +120,11 @@ void ModelUser::PressInTree(Form& window, Key key) {
     const auto rows = VisibleRows(window);
     const std::int32_t row = tree.SelectedNode();
     const auto at = std::find(rows.begin(), rows.end(), row);
+    const bool moves = key != Key::kExpandAll && key != Key::kSpace;
+    if (at == rows.end() && moves) return SelectRow(window, rows.front());
+    if (at == rows.end()) return;
     if (key == Key::kHome) return SelectRow(window, rows.front());
     if (key == Key::kEnd) return SelectRow(window, rows.back());
-    if (at == rows.end()) {
-        if (key == Key::kDown || key == Key::kUp) SelectRow(window, rows.front());
-        return;
-    }
     if (key == Key::kDown && at + 1 != rows.end()) return SelectRow(window, *(at + 1));
     if (key == Key::kUp && at != rows.begin()) return SelectRow(window, *(at - 1));
     if (key == Key::kRight && HasRowsBelow(tree, row)) {
@@ -155,10 +155,23 @@ void ModelUser::ClickRow(Form& window, std::int32_t node) {
     SelectRow(window, node);
 }
 
-void ModelUser::PutCaret(Form& window, std::int32_t position) { SelectText(window, {position, 0}); }
+// Folding what holds the selected row selects the row that is folded.
+void ModelUser::ClickArrow(Form& window, std::int32_t node) {
+    const auto& tree = TreeOf(window);
+    Focus(window, tree.Id());
+    const bool folds = tree.Expanded(node);
+    Toggle(window, node, !folds);
+    if (folds && IsBelow(tree, tree.SelectedNode(), node)) SelectRow(window, node);
+}
 
-void ModelUser::SelectText(Form& window, platform::TextSpan span) {
+void ModelUser::PutCaret(Form& window, std::int32_t position) {
     Focus(window, IdOf(window, names::kFormula));
+    Deliver(window, IdOf(window, names::kFormula), platform::TextSelected{0, 0, {position, 0}});
+}
+
+// The press puts the caret there already.
+void ModelUser::SelectText(Form& window, platform::TextSpan span) {
+    PutCaret(window, span.start);
     Deliver(window, IdOf(window, names::kFormula), platform::TextSelected{0, 0, span});
 }
 

@@ -17,6 +17,7 @@ public:
 
     void Press(platform::Form& window, Key key) override;
     void ClickRow(platform::Form& window, std::int32_t node) override;
+    void ClickArrow(platform::Form& window, std::int32_t node) override;
     void PutCaret(platform::Form& window, std::int32_t position) override;
     void SelectText(platform::Form& window, platform::TextSpan span) override;
     void ClickBox(platform::Form& window, const char16_t* box) override;

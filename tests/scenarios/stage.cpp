@@ -51,6 +51,10 @@ void Stage::ClickRow(const char16_t* text) {
     Do("click row " + ToUtf8(text), [&] { user_.ClickRow(Front(), NodeWith(Front(), text)); });
 }
 
+void Stage::ClickArrow(const char16_t* text) {
+    Do("click arrow " + ToUtf8(text), [&] { user_.ClickArrow(Front(), NodeWith(Front(), text)); });
+}
+
 void Stage::PutCaret(std::int32_t position) {
     Do("caret " + std::to_string(position), [&] { user_.PutCaret(Front(), position); });
 }

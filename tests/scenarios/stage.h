@@ -27,6 +27,7 @@ public:
     void Press(Key key);
     void Press(std::initializer_list<Key> keys);
     void ClickRow(const char16_t* text);
+    void ClickArrow(const char16_t* text);
     void PutCaret(std::int32_t position);
     void SelectText(platform::TextSpan span);
     void ClickFunctions();

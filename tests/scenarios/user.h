@@ -31,6 +31,8 @@ public:
     virtual void Press(platform::Form& window, Key key) = 0;
     // The row must be visible: all above it are expanded.
     virtual void ClickRow(platform::Form& window, std::int32_t node) = 0;
+    // The arrow before a visible row that has others below it: opens or folds it.
+    virtual void ClickArrow(platform::Form& window, std::int32_t node) = 0;
     // A click into the formula text, before the character at the position.
     virtual void PutCaret(platform::Form& window, std::int32_t position) = 0;
     // Drags over characters of the formula text.

@@ -10,11 +10,12 @@ namespace {
 namespace names = explorer_controls;
 
 constexpr std::int64_t kHost = 7;  // the host's main window
+constexpr const char* kFormula = "=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))+Rate";
 constexpr int kNoTint = -4142;
 constexpr const char16_t* kCells[] = {u"A1", u"A2", u"A3", u"B1", u"C1", u"D1"};
 
 std::unique_ptr<scripted::ScriptedHost> Host() {
-    auto host = HostWith("=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))+Rate",
+    auto host = HostWith(kFormula,
                          R"json("B1":{"formula":"=C1-1","value":2},"C1":3,"D1":4,
                         "A2":{"formula":"=SUM(B1,C1)*2","value":10},
                         "A3":{"formula":"=D1","value":4})json",
@@ -22,7 +23,8 @@ std::unique_ptr<scripted::ScriptedHost> Host() {
                         "=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))":{"value":5},
                         "=B1>1":{"value":true},"=SUM(B1,C1)":{"value":5},
                         "=OFFSET(B1,0,1)":{"range":"S!C1"},
-                        "=Rate":{"range":"S!D1"}})json");
+                        "=Rate":{"range":"S!D1"}},
+                        "write":{"=SUM(B1,C1)":{"value":6}})json");
     host->model().activeBook->names[u"rate"] = {u"Rate", u"=S!$D$1"};
     host->thisWorkbookName = u"KorvaneExplorer.xla";
     host->thisWorkbookPath = u"C:\\Add-ins";
@@ -109,10 +111,11 @@ void World::ExpectNothingLeft() {
     }
     EXPECT_TRUE(platform_.messageBoxes.shown.empty())
         << ToUtf8(platform_.messageBoxes.shown.front().text);
+    const auto formula = host_->RangeAt(host_->FindCells(u"A1").value())->Formula();
+    EXPECT_EQ(ToUtf8(*formula.Text()), kFormula);
     EXPECT_TRUE(host_->model().screenUpdating);
     EXPECT_TRUE(host_->enableEvents);
-    EXPECT_EQ(host_->LiveHandles(),
-              handles_ + static_cast<int>(addin_.state().history->count()));
+    EXPECT_EQ(host_->LiveHandles(), handles_ + static_cast<int>(addin_.state().history->count()));
 }
 
 platform::TreeView& TreeOf(platform::Form& window) {

@@ -14,7 +14,8 @@
 namespace korvane::test {
 
 // S!A1 holds =IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))+Rate, A2 =SUM(B1,C1)*2, B1 =C1-1;
-// A3 and Rate lead to D1, and C1 and D1 are constants.
+// A3 and Rate lead to D1, and C1 and D1 are constants. SUM is 5 when it is evaluated
+// and 6 when it is written into a cell, so that the modes can be told apart.
 class World {
 public:
     World();
