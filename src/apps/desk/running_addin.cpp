@@ -166,7 +166,9 @@ void RunningAddin::NoteWindow(const Model& model) {
         isStarting_ = true;
         // Later: a window that is being made does not take up a change of its bars.
         thread_.Post([weak = std::weak_ptr<char>(life_), this] {
-            if (weak.lock() && !ends_) Quietly([this] { Start(); });
+            if (!weak.lock() || ends_) return;
+            Quietly([this] { Start(); });
+            isStarting_ = false;  // one that failed is tried again by the next window
         });
     });
 }

@@ -148,8 +148,10 @@ CalcWithAddin::CalcWithAddin(const Desktop& desktop, const fs::path& folder, con
     }
     process_ = std::make_unique<Child>(command, environment, ends[1]);
     ::close(ends[1]);
-    ready_ = AskUntil("ready", [](const std::string& answer) { return answer != "no"; }) == "yes" &&
-             Focus(book.filename().string());
+    // The add-in starts when a spreadsheet's window has the keyboard.
+    const auto known = [](const std::string& answer) { return answer != "no"; };
+    ready_ = AskUntil("ready", known) == "yes" && Focus(book.filename().string()) &&
+             AskUntil("addin", known) == "yes";
 }
 
 CalcWithAddin::~CalcWithAddin() {

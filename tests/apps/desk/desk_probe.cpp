@@ -32,6 +32,7 @@
 
 #include "base/a1.h"
 #include "base/text.h"
+#include "bindings/calc/desk/spreadsheet_module.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::test {
@@ -82,6 +83,7 @@ public:
             const std::string with = blank == std::string::npos ? "" : line.substr(blank + 1);
             if (order == "ready")
                 return Model().is() && Model()->getCurrentController().is() ? "yes" : "no";
+            if (order == "addin") return HasMenu() ? "yes" : "no";
             if (order == "state") return State();
             if (order == "cells") return Cells();
             if (order == "fills") return Fills();
@@ -110,6 +112,27 @@ private:
     }
     Reference<css::sheet::XSpreadsheetDocument> Document() const {
         return Reference<css::sheet::XSpreadsheetDocument>(Model(), UNO_QUERY_THROW);
+    }
+
+    // The add-in has started: its menu is there.
+    bool HasMenu() const {
+        const auto menus = calc::SpreadsheetModule(context_)->getSettings(
+            ToOUString(u"private:resource/menubar/menubar"), false);
+        return HasLabel(menus, ToOUString(u"Korvane E~xplorer"));
+    }
+    static bool HasLabel(const Reference<css::container::XIndexAccess>& entries,
+                         const rtl::OUString& wanted) {
+        for (sal_Int32 k = 0; entries.is() && k < entries->getCount(); ++k) {
+            css::uno::Sequence<css::beans::PropertyValue> entry;
+            entries->getByIndex(k) >>= entry;
+            for (const auto& property : entry) {
+                rtl::OUString label;
+                Reference<css::container::XIndexAccess> inner;
+                if ((property.Value >>= label) && label == wanted) return true;
+                if ((property.Value >>= inner) && HasLabel(inner, wanted)) return true;
+            }
+        }
+        return false;
     }
 
     std::string State() const {
