@@ -37,7 +37,7 @@ run: build
 
 test: setup-test $(BUILD)/build.ninja
 	@cmake --build $(BUILD) -- --quiet
-	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
+	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz --target fuzzers -- --quiet
 	@ctest --test-dir $(BUILD) --output-on-failure --no-tests=error
 
 oxt: build
@@ -65,7 +65,7 @@ sweep: setup-dev $(BUILD)/build.ninja
 
 FUZZ_SECONDS ?= 600
 fuzz: setup-test
-	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz -- --quiet
+	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz --target fuzzers -- --quiet
 	@tools/fuzz.sh build-fuzz $(FUZZ_SECONDS)
 
 asan: setup-test
