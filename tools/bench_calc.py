@@ -80,9 +80,12 @@ def all_cells(program, path):
     memory.going = False
     cells = len(done.stdout.splitlines())
     startup, _ = timed([program, 'explore', str(path), 'A1', '--json'])
-    rate = cells / max(seconds - startup, 1e-9)
+    # A few cells take less than two starts differ.
+    exploring = seconds - startup
+    rate = (f'{cells / exploring:.0f} formulas per second' if exploring > startup / 4
+            else 'too few for a rate')
     print(f'{path.name}: {cells} formulas in {seconds:.2f} s, of these {startup:.2f} s to start and '
-          f'load: {rate:.0f} formulas per second; office at most {memory.peak} MiB')
+          f'load: {rate}; office at most {memory.peak} MiB')
 
 
 def one_beside_csv(program, path, folder):
