@@ -18,13 +18,15 @@ void CControlEvents::Bind() {
 }
 
 void CControlEvents::Click(const host::CommandBarButtonPtr& control, bool& cancelDefault) {
-    if (bBusy_) return;
-    bBusy_ = true;
+    // A shut-down within the command ends this object with it.
+    const std::shared_ptr<bool> busy = bBusy_;
+    if (*busy) return;
+    *busy = true;
     AtEntryPoint(errors_, u"CControlEvents", u"mctlButton_Click", [&] {
         cancelDefault = true;
         Dispatch(commands_, control->Parameter());
     });
-    bBusy_ = false;
+    *busy = false;
 }
 
 }  // namespace korvane

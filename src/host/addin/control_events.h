@@ -1,6 +1,8 @@
 // The sink of clicks on the system's buttons.
 #pragma once
 
+#include <memory>
+
 #include "host/application.h"
 #include "host/command_bars.h"
 
@@ -33,7 +35,7 @@ private:
     host::Application& application_;
     Commands& commands_;
     MErrorHandler& errors_;
-    bool bBusy_ = false;
+    std::shared_ptr<bool> bBusy_ = std::make_shared<bool>(false);
     host::SubscriptionPtr mctlButton_;  // the event source
 };
 
