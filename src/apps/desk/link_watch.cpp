@@ -32,7 +32,7 @@ struct LinkWatch::Shared {
 
     int wake[2] = {-1, -1};
     std::function<void()> turn;  // to be posted
-    MainThread* thread = nullptr;
+    calc::MainThread* thread = nullptr;
 
     std::mutex mutex;
     // The link as the main thread left it. The descriptor may be closed, and be
@@ -44,7 +44,7 @@ struct LinkWatch::Shared {
     bool ends = false;
 };
 
-LinkWatch::LinkWatch(MainThread thread, view_link::ViewLink& link)
+LinkWatch::LinkWatch(calc::MainThread thread, view_link::ViewLink& link)
     : thread_(std::move(thread)), link_(link), shared_(std::make_shared<Shared>()) {
     shared_->thread = &thread_;
     // A turn that was posted before the end and comes behind it finds nothing.

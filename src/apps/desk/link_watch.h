@@ -9,7 +9,7 @@
 #include <optional>
 #include <thread>
 
-#include "apps/desk/main_thread.h"
+#include "bindings/calc/main_thread.h"
 #include "bindings/view_link/view_link.h"
 
 namespace korvane::desk {
@@ -20,7 +20,7 @@ namespace korvane::desk {
 class LinkWatch {
 public:
     // The link outlives the watch. Takes the link's onQueued.
-    LinkWatch(MainThread thread, view_link::ViewLink& link);
+    LinkWatch(calc::MainThread thread, view_link::ViewLink& link);
     // Ends the thread.
     ~LinkWatch();
     LinkWatch(const LinkWatch&) = delete;
@@ -39,7 +39,7 @@ private:
     void Turn();
     static void Watch(const std::shared_ptr<Shared>& shared);
 
-    MainThread thread_;
+    calc::MainThread thread_;
     view_link::ViewLink& link_;
     std::shared_ptr<Shared> shared_;
     std::thread waiter_;

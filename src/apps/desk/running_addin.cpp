@@ -39,16 +39,6 @@ std::filesystem::path JournalFolder() {
     return state.empty() ? state : state / "korvane";
 }
 
-// No exception may leave a call of the office's.
-template <class Call>
-void Quietly(Call&& call) noexcept {
-    try {
-        call();
-    } catch (...) {
-        // There is nobody to be told.
-    }
-}
-
 }  // namespace
 
 RunningAddin::RunningAddin(const Context& context)
@@ -63,7 +53,7 @@ RunningAddin::RunningAddin(const Context& context)
     watch_.onTurn = [this] { modal_.Look(); };
     // Without a view nobody sees the tints or could take them off.
     link_.onLost = [this](view_link::Loss) {
-        Quietly([this] { CloseAll(); });
+        Suppressed([this] { CloseAll(); });
         modal_.Look();
     };
     services_.screen().findWindow = [this](const std::u16string& title) -> std::int64_t {
@@ -158,7 +148,7 @@ bool RunningAddin::HasView() {
 }
 
 void RunningAddin::NoteWindow(const Model& model) {
-    Quietly([&] {
+    Suppressed([&] {
         if (application_) application_->documents().NoteActive(model);
         if (guard_) guard_->Look(model);
         FollowActiveWindow();
@@ -167,7 +157,7 @@ void RunningAddin::NoteWindow(const Model& model) {
         // Later: a window that is being made does not take up a change of its bars.
         thread_.Post([weak = std::weak_ptr<char>(life_), this] {
             if (!weak.lock() || ends_) return;
-            Quietly([this] { Start(); });
+            Suppressed([this] { Start(); });
             isStarting_ = false;  // one that failed is tried again by the next window
         });
     });
@@ -182,7 +172,7 @@ void RunningAddin::FollowActiveWindow() {
 // The explorers of a document go with it, as if their user had closed them, and
 // while the cells can still be given their fills back.
 void RunningAddin::NoteClosing(const Model& model) {
-    Quietly([&] {
+    Suppressed([&] {
         const auto controller = model->getCurrentController();
         const auto frame = controller.is() ? controller->getFrame() : OfficeModal::Frame();
         const std::int64_t owner = calc::WindowHandle(frame);
@@ -194,7 +184,7 @@ void RunningAddin::NoteClosing(const Model& model) {
 
 void RunningAddin::NoteClosed() {
     thread_.Post([weak = std::weak_ptr<char>(life_), this] {
-        if (weak.lock() && !ends_) Quietly([this] { CloseOrphans(); });
+        if (weak.lock() && !ends_) Suppressed([this] { CloseOrphans(); });
     });
 }
 
@@ -233,7 +223,7 @@ void RunningAddin::CloseWhere(const std::function<bool(const platform::Form&)>& 
 
 void RunningAddin::End() {
     if (std::exchange(ends_, true)) return;
-    Quietly([this] {
+    Suppressed([this] {
         if (isRunning_) {
             addin_.main().AutoClose();
             addin_.main().ShutDown();

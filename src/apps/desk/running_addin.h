@@ -9,7 +9,6 @@
 
 #include "apps/addin/addin.h"
 #include "apps/desk/link_watch.h"
-#include "apps/desk/main_thread.h"
 #include "apps/desk/office_modal.h"
 #include "apps/window/services.h"
 #include "bindings/calc/desk/calc_command_bars.h"
@@ -61,7 +60,7 @@ private:
     OfficeModal::Frame ActiveFrame();
 
     Context context_;
-    MainThread thread_;
+    calc::MainThread thread_;
     std::shared_ptr<calc::CommandTable> commands_;
     std::unique_ptr<calc::ShortcutKeys> keys_;
     std::shared_ptr<calc::CalcCommandBars> bars_;

@@ -3,8 +3,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <com/sun/star/awt/AsyncCallback.hpp>
-#include <cppuhelper/implbase1.hxx>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -16,6 +14,7 @@
 #include <utility>
 
 #include "apps/office/requests.h"
+#include "bindings/calc/main_thread.h"
 
 namespace korvane::office {
 namespace {
@@ -37,25 +36,14 @@ void Send(std::string_view line) {
 }
 
 // Answers one line, on the office's main thread.
-class Answer : public cppu::WeakImplHelper1<css::awt::XCallback> {
-public:
-    Answer(std::shared_ptr<Requests> requests, std::string line)
-        : requests_(std::move(requests)), line_(std::move(line)) {}
-
-    void SAL_CALL notify(const css::uno::Any& /*data*/) override {
-        try {
-            Send(requests_->Handle(line_));
-        } catch (...) {
-            // An exception that left this place would end the office. Closing the
-            // socket ends it too, but tells the other side.
-            shutdown(kSocket, SHUT_RDWR);
-        }
+void Answer(Requests& requests, const std::string& line) {
+    try {
+        Send(requests.Handle(line));
+    } catch (...) {
+        // Closing the socket ends this process, and tells the other side.
+        shutdown(kSocket, SHUT_RDWR);
     }
-
-private:
-    std::shared_ptr<Requests> requests_;
-    std::string line_;
-};
+}
 
 // Nobody waits for this process any more. It has nothing to save, and an
 // orderly end could wait for a calculation that goes on for minutes.
@@ -69,7 +57,7 @@ private:
 
 void Read(const css::uno::Reference<css::uno::XComponentContext>& context,
           const std::shared_ptr<Requests>& requests) {
-    const auto callback = css::awt::AsyncCallback::create(context);
+    const calc::MainThread thread(context);
     Send(R"({"ok":true})");
     std::string received;
     for (;;) {
@@ -79,7 +67,7 @@ void Read(const css::uno::Reference<css::uno::XComponentContext>& context,
         if (count <= 0) return;
         received.append(buffer, static_cast<std::size_t>(count));
         for (auto end = received.find('\n'); end != std::string::npos; end = received.find('\n')) {
-            callback->addCallback(new Answer(requests, received.substr(0, end)), css::uno::Any());
+            thread.Post([requests, line = received.substr(0, end)] { Answer(*requests, line); });
             received.erase(0, end + 1);
         }
     }

@@ -4,8 +4,6 @@
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
-#include <com/sun/star/sheet/XCalculatable.hpp>
-#include <com/sun/star/util/XModifiable2.hpp>
 
 #include "base/text.h"
 #include "bindings/calc/calc_names.h"
@@ -16,7 +14,6 @@
 #include "bindings/calc/formula_text.h"
 #include "bindings/calc/kept_cell.h"
 #include "bindings/calc/uno_text.h"
-#include "host/constants.h"
 
 namespace korvane::calc {
 
@@ -75,25 +72,13 @@ bool CalcApplication::ScreenUpdating() { return screenUpdating_; }
 
 void CalcApplication::SetScreenUpdating(bool update) {
     if (update == screenUpdating_) return;
-    Ask(document_, [&] {
-        const auto& model = document_->model();
-        if (!update) return model->lockControllers();
-        // What was written meanwhile is told now, and would mark the document.
-        const Reference<css::util::XModifiable2> modifiable(model, UNO_QUERY_THROW);
-        const bool wasEnabled = modifiable->disableSetModified();
-        model->unlockControllers();
-        if (wasEnabled) modifiable->enableSetModified();
-    });
+    Ask(document_, [&] { document_->LockViews(!update); });
     screenUpdating_ = update;
 }
 
 int CalcApplication::Calculation() {
-    return Ask(document_, [&] {
-        if (calculation_) return *calculation_;
-        const Reference<css::sheet::XCalculatable> mode(document_->model(), UNO_QUERY_THROW);
-        return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic
-                                                     : host::xlCalculationManual;
-    });
+    return Ask(document_,
+               [&] { return calculation_ ? *calculation_ : document_->CalculationMode(); });
 }
 
 void CalcApplication::SetCalculation(int mode) {

@@ -5,6 +5,7 @@
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/lang/XEventListener.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/Date.hpp>
@@ -24,6 +25,7 @@
 #include "bindings/calc/uno_text.h"
 #include "bindings/calc/view_data.h"
 #include "bindings/calc/view_moves.h"
+#include "host/constants.h"
 
 namespace korvane::calc {
 
@@ -103,6 +105,20 @@ CalcDocument::~CalcDocument() = default;
 
 void CalcDocument::Require() const {
     if (life_->closed) throw Error(kErrorObjectGone, u"The document has been closed");
+}
+
+void CalcDocument::LockViews(bool lock) const {
+    if (lock) return model_->lockControllers();
+    // What was written meanwhile is told now, and would mark the document.
+    const bool wasEnabled = modifiable_->disableSetModified();
+    model_->unlockControllers();
+    if (wasEnabled) modifiable_->enableSetModified();
+}
+
+int CalcDocument::CalculationMode() const {
+    const Reference<css::sheet::XCalculatable> mode(model_, UNO_QUERY_THROW);
+    return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic
+                                                 : host::xlCalculationManual;
 }
 
 bool CalcDocument::IsClosed() const { return life_->closed; }

@@ -68,6 +68,10 @@ public:
     }
     // How many steps the undo list holds at most, those to be redone among them.
     sal_Int32 UndoSteps() const { return undoSteps_; }
+    // Keeps the views from repainting, or lets them again; each time counts.
+    void LockViews(bool lock) const;
+    // The calculation mode that the document has, as the host counts them.
+    int CalculationMode() const;
     // The frame's controller, null when the document has none.
     com::sun::star::uno::Reference<com::sun::star::frame::XController> controller() const;
 

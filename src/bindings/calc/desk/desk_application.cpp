@@ -2,12 +2,10 @@
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XController.hpp>
-#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/task/XStatusIndicatorFactory.hpp>
-#include <com/sun/star/util/XModifiable2.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "base/a1.h"
@@ -17,14 +15,12 @@
 #include "bindings/calc/desk/frame_window.h"
 #include "bindings/calc/errors.h"
 #include "bindings/calc/uno_text.h"
-#include "host/constants.h"
 
 namespace korvane::calc {
 
 namespace css = com::sun::star;
 using css::uno::Reference;
 using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
@@ -43,23 +39,11 @@ bool AreCells(const Reference<css::frame::XController>& controller) {
            Reference<css::sheet::XSheetCellRangeContainer>(selected, UNO_QUERY).is();
 }
 
-void LockControllers(const CalcDocument& document, bool lock) {
-    if (lock) return document.model()->lockControllers();
-    // What was written meanwhile is told now, and would mark the document.
-    const auto& modifiable = document.modifiable();
-    const bool wasEnabled = modifiable->disableSetModified();
-    document.model()->unlockControllers();
-    if (wasEnabled) modifiable->enableSetModified();
-}
-
 }  // namespace
 
 DeskApplication::DeskApplication(const Reference<css::uno::XComponentContext>& context,
                                  AddinFile addin, DeskParts parts)
-    : context_(context),
-      addin_(std::move(addin)),
-      parts_(std::move(parts)),
-      documents_(context) {}
+    : context_(context), addin_(std::move(addin)), parts_(std::move(parts)), documents_(context) {}
 
 DeskApplication::~DeskApplication() {
     try {
@@ -121,24 +105,19 @@ void DeskApplication::SetScreenUpdating(bool update) {
     Translated([&] {
         if (!update) {
             DocumentPtr document = Active().document;
-            LockControllers(*document, true);
+            document->LockViews(true);
             still_ = std::move(document);
             return;
         }
         const DocumentPtr document = std::move(still_);
         still_ = nullptr;
-        if (!document->IsClosed()) LockControllers(*document, false);
+        if (!document->IsClosed()) document->LockViews(false);
     });
 }
 
 int DeskApplication::Calculation() {
-    return Translated([&] {
-        if (calculation_) return *calculation_;
-        const Reference<css::sheet::XCalculatable> mode(Active().document->model(),
-                                                        UNO_QUERY_THROW);
-        return mode->isAutomaticCalculationEnabled() ? host::xlCalculationAutomatic
-                                                     : host::xlCalculationManual;
-    });
+    return Translated(
+        [&] { return calculation_ ? *calculation_ : Active().document->CalculationMode(); });
 }
 
 void DeskApplication::SetCalculation(int mode) { calculation_ = mode; }

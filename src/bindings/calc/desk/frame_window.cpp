@@ -16,8 +16,8 @@ std::int64_t WindowHandle(const Reference<css::frame::XFrame>& frame) {
                                                                  UNO_QUERY);
     if (!window.is()) return 0;
     // Within the office's own process the identifier of that process is not asked for.
-    const css::uno::Any handle = window->getWindowHandle(css::uno::Sequence<sal_Int8>(16),
-                                                         css::lang::SystemDependent::SYSTEM_XWINDOW);
+    const css::uno::Any handle = window->getWindowHandle(
+        css::uno::Sequence<sal_Int8>(16), css::lang::SystemDependent::SYSTEM_XWINDOW);
     css::awt::SystemDependentXWindow place;
     if (handle >>= place) return place.WindowHandle;
     sal_Int64 number = 0;

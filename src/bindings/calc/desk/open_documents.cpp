@@ -34,9 +34,9 @@ Reference<css::frame::XFrame> FrameOf(const Reference<css::frame::XModel>& model
 
 OpenDocument* OpenDocuments::Of(const Model& model) {
     DropClosed();
-    const auto known =
-        std::find_if(documents_.begin(), documents_.end(),
-                     [&](const auto& open) { return open->document->model() == model; });
+    const auto known = std::find_if(documents_.begin(), documents_.end(), [&](const auto& open) {
+        return open->document->model() == model;
+    });
     if (known != documents_.end()) return known->get();
     if (!model.is() || !IsSpreadsheet(model)) return nullptr;
     auto open = std::make_unique<OpenDocument>();

@@ -1,12 +1,11 @@
 #include "bindings/calc/desk/own_controls.h"
 
 #include <algorithm>
-#include <com/sun/star/awt/AsyncCallback.hpp>
-#include <cppuhelper/implbase1.hxx>
 
 #include "base/attempt.h"
 #include "bindings/calc/desk/spreadsheet_module.h"
 #include "bindings/calc/errors.h"
+#include "bindings/calc/main_thread.h"
 #include "host/constants.h"
 
 namespace korvane::calc {
@@ -22,19 +21,6 @@ constexpr const char16_t* kStandardToolbar = u"private:resource/toolbar/standard
 [[noreturn]] void ThrowGone() {
     throw Error(kErrorObjectGone, u"The menu or button is no longer there");
 }
-
-class LaterWrite : public cppu::WeakImplHelper1<css::awt::XCallback> {
-public:
-    explicit LaterWrite(std::weak_ptr<OwnControls> controls) : controls_(std::move(controls)) {}
-    void SAL_CALL notify(const css::uno::Any& /*data*/) override {
-        Suppressed([this] {
-            if (const auto controls = controls_.lock()) controls->Write();
-        });
-    }
-
-private:
-    std::weak_ptr<OwnControls> controls_;
-};
 
 }  // namespace
 
@@ -107,8 +93,9 @@ ChangingEntriesPtr OwnControls::NewSubmenu(Bar bar) { return Settings(bar).NewSu
 // One write for all the changes that are made in one go.
 void OwnControls::WriteSoon() {
     if (writesSoon_) return;
-    css::awt::AsyncCallback::create(context_)->addCallback(new LaterWrite(weak_from_this()),
-                                                           css::uno::Any());
+    MainThread(context_).Post([weak = weak_from_this()] {
+        if (const auto controls = weak.lock()) controls->Write();
+    });
     writesSoon_ = true;
 }
 

@@ -1,13 +1,12 @@
 #include "bindings/calc/desk/protocol_handler.h"
 
-#include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/frame/XDispatch.hpp>
 #include <com/sun/star/lang/XInitialization.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
-#include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase4.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
+#include "bindings/calc/main_thread.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -16,24 +15,6 @@ namespace css = com::sun::star;
 using css::uno::Reference;
 
 namespace {
-
-// One run of a command, on its way to the main thread.
-class LaterRun : public cppu::WeakImplHelper1<css::awt::XCallback> {
-public:
-    LaterRun(CommandTableSource source, std::u16string url)
-        : source_(std::move(source)), url_(std::move(url)) {}
-    void SAL_CALL notify(const css::uno::Any& /*data*/) override {
-        try {
-            if (const auto table = source_()) table->Run(url_);
-        } catch (...) {
-            // Nothing of ours may end the office.
-        }
-    }
-
-private:
-    CommandTableSource source_;
-    std::u16string url_;
-};
 
 class ProtocolHandler
     : public cppu::WeakImplHelper4<css::frame::XDispatchProvider, css::frame::XDispatch,
@@ -70,8 +51,9 @@ public:
     dispatch(const css::util::URL& url,
              const css::uno::Sequence<css::beans::PropertyValue>& /*arguments*/) override {
         try {
-            css::awt::AsyncCallback::create(context_)->addCallback(
-                new LaterRun(source_, ToText(url.Complete)), css::uno::Any());
+            MainThread(context_).Post([source = source_, command = ToText(url.Complete)] {
+                if (const auto table = source()) table->Run(command);
+            });
         } catch (...) {
             // The office is about to end: there is nothing left to run.
         }

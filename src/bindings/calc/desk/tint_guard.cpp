@@ -1,8 +1,6 @@
 #include "bindings/calc/desk/tint_guard.h"
 
 #include <algorithm>
-#include <com/sun/star/awt/AsyncCallback.hpp>
-#include <com/sun/star/awt/XCallback.hpp>
 #include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
 #include <com/sun/star/document/XUndoManagerListener.hpp>
 #include <com/sun/star/frame/XController.hpp>
@@ -15,6 +13,7 @@
 
 #include "base/attempt.h"
 #include "bindings/calc/desk/journal_replay.h"
+#include "bindings/calc/main_thread.h"
 #include "bindings/calc/tint_ledger.h"
 #include "bindings/calc/uno_text.h"
 
@@ -130,20 +129,11 @@ private:
     }
     // The undo manager takes nothing while it tells of something.
     void TakeOffSoon() {
-        class Soon : public cppu::WeakImplHelper1<css::awt::XCallback> {
-        public:
-            explicit Soon(rtl::Reference<UndoSteps> steps) : steps_(std::move(steps)) {}
-            void SAL_CALL notify(const css::uno::Any& /*data*/) override {
-                steps_->Tell(&TintLedger::TakeOffReturned);
-            }
-
-        private:
-            rtl::Reference<UndoSteps> steps_;
-        };
         Suppressed([this] {
             if (*guard_ == nullptr) return;
-            css::awt::AsyncCallback::create((*guard_)->context_)
-                ->addCallback(new Soon(this), css::uno::Any());
+            MainThread((*guard_)->context_).Post([steps = rtl::Reference<UndoSteps>(this)] {
+                steps->Tell(&TintLedger::TakeOffReturned);
+            });
         });
     }
 

@@ -35,12 +35,10 @@ public:
 
 bool IsModal(const Reference<css::awt::XTopWindow>& window) {
     const Reference<css::accessibility::XAccessible> described(window, UNO_QUERY);
-    const auto context = described.is()
-                             ? described->getAccessibleContext()
-                             : Reference<css::accessibility::XAccessibleContext>();
-    const auto states = context.is()
-                            ? context->getAccessibleStateSet()
-                            : Reference<css::accessibility::XAccessibleStateSet>();
+    const auto context = described.is() ? described->getAccessibleContext()
+                                        : Reference<css::accessibility::XAccessibleContext>();
+    const auto states = context.is() ? context->getAccessibleStateSet()
+                                     : Reference<css::accessibility::XAccessibleStateSet>();
     using namespace css::accessibility::AccessibleStateType;
     return states.is() && states->contains(MODAL) && states->contains(SHOWING);
 }

@@ -5,7 +5,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <functional>
 
-namespace korvane::desk {
+namespace korvane::calc {
 
 class MainThread {
 public:
@@ -21,4 +21,4 @@ private:
     com::sun::star::uno::Reference<com::sun::star::awt::XRequestCallback> callbacks_;
 };
 
-}  // namespace korvane::desk
+}  // namespace korvane::calc

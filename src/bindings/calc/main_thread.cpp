@@ -1,10 +1,10 @@
-#include "apps/desk/main_thread.h"
+#include "bindings/calc/main_thread.h"
 
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <utility>
 
-namespace korvane::desk {
+namespace korvane::calc {
 
 namespace css = com::sun::star;
 
@@ -34,4 +34,4 @@ void MainThread::Post(std::function<void()> run) const {
     callbacks_->addCallback(new Posted(std::move(run)), css::uno::Any());
 }
 
-}  // namespace korvane::desk
+}  // namespace korvane::calc
