@@ -6,88 +6,14 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "calc_with_addin.h"
+#include "addin_in_calc.h"
 
 namespace korvane::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr const char* kExplorer = "Korvane Explorer";
-
-bool Holds(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-class AddinInCalc : public ::testing::Test {
-protected:
-    void SetUp() override {
-        if (const std::string why = CalcWithAddin::WhyNot(); !why.empty()) GTEST_SKIP() << why;
-        std::string name = (fs::temp_directory_path() / "addin-in-calc-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-        fs::copy_file(fs::path(KORVANE_EXAMPLES) / "loan.fods", folder_ / "loan.fods");
-        fs::copy_file(fs::path(KORVANE_EXAMPLES) / "loan.fods", folder_ / "other.fods");
-        desktop_ = std::make_unique<Desktop>();
-        calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, folder_ / "loan.fods");
-        ASSERT_TRUE(calc_->ready());
-        cells_ = calc_->Ask("cells");
-        ASSERT_TRUE(Holds(cells_, "Loan.B9"));
-    }
-    void TearDown() override {
-        if (HasFailure() && desktop_) desktop_->Picture("addin_in_calc_failed");
-        calc_.reset();
-        desktop_.reset();
-        if (!folder_.empty()) fs::remove_all(folder_);
-    }
-    void Press(const std::string& keys) { desktop_->Do("key " + keys); }
-    // Explores a cell by the shortcut.
-    void Explore(const std::string& cell, int windows = 1) {
-        ASSERT_EQ(calc_->Ask("select " + cell), "done");
-        const std::string state = calc_->Ask("state");
-        ASSERT_TRUE(calc_->Focus(state.substr(0, state.find(' '))));
-        Press("ctrl+q");
-        ASSERT_EQ(calc_->Windows(kExplorer, windows), windows);
-        WaitForKeyboard(kExplorer);
-    }
-    void WaitForKeyboard(const std::string& title) {
-        EXPECT_TRUE(
-            Holds(calc_->AskUntil("ready",
-                                  [&](const std::string&) { return Holds(ActiveWindow(), title); }),
-                  "yes"));
-    }
-    std::string ActiveWindow() { return desktop_->Do("getactivewindow getwindowname 2>/dev/null"); }
-    // Walks down the tree until cells are tinted; which.
-    std::string WalkToTint() {
-        std::string fills;
-        for (int step = 0; step < 30 && fills.empty(); ++step) {
-            Press("Down");
-            fills = calc_->AskUntil("fills", [tries = 0](const std::string& answer) mutable {
-                return !answer.empty() || ++tries > 8;
-            });
-        }
-        return fills;
-    }
-    // The workbook is as it was, whatever was selected.
-    void ExpectUntouched() {
-        EXPECT_EQ(calc_->AskUntil("fills", [](const std::string& fills) { return fills.empty(); }),
-                  "");
-        EXPECT_EQ(calc_->Ask("cells"), cells_);
-        const std::string state = calc_->Ask("state");
-        EXPECT_TRUE(Holds(state, "modified 0 undo 0 locked 0")) << state;
-    }
-
-    fs::path folder_;
-    std::string cells_;
-    std::unique_ptr<Desktop> desktop_;
-    std::unique_ptr<CalcWithAddin> calc_;
-};
-
 TEST_F(AddinInCalc, ExploresACellAndAPartOfItAndGivesEverythingBack) {
     Explore("Loan.B9");
-    Press("Down");
-    Press("asterisk");
-    const std::string tinted = WalkToTint();
+    const std::string tinted = UnfoldAndWalkToTint();
     EXPECT_TRUE(Holds(tinted, "=52479")) << tinted;  // 00CCFF
     EXPECT_TRUE(Holds(calc_->Ask("state"), "modified 0 undo 0 locked 0"));
     desktop_->Picture("explorer_over_calc");
@@ -109,7 +35,7 @@ TEST_F(AddinInCalc, GoesBackOverSheetsAndDocuments) {
     Explore("Scenarios.C3");
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
-    ASSERT_EQ(calc_->Ask("open " + (folder_ / "other.fods").string()), "done");
+    Open(other());
     Explore("Schedule.B3");
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
@@ -171,9 +97,7 @@ TEST_F(AddinInCalc, AViewThatDiesIsReplaced) {
     const char* const rounds = std::getenv("KORVANE_ROUNDS");
     for (int left = rounds != nullptr ? std::atoi(rounds) : 3; left > 0; --left) {
         Explore("Loan.B9");
-        Press("Down");
-        Press("asterisk");
-        EXPECT_FALSE(WalkToTint().empty());
+        EXPECT_FALSE(UnfoldAndWalkToTint().empty());
         const auto views = calc_->Views();
         ASSERT_EQ(views.size(), 1U);
         ASSERT_EQ(::kill(views.front(), SIGKILL), 0);
@@ -184,9 +108,7 @@ TEST_F(AddinInCalc, AViewThatDiesIsReplaced) {
 
 TEST_F(AddinInCalc, AViewThatStallsIsGivenUp) {
     Explore("Loan.B9");
-    Press("Down");
-    Press("asterisk");
-    EXPECT_FALSE(WalkToTint().empty());
+    EXPECT_FALSE(UnfoldAndWalkToTint().empty());
     const auto views = calc_->Views();
     ASSERT_EQ(views.size(), 1U);
     ASSERT_EQ(::kill(views.front(), SIGSTOP), 0);
@@ -196,11 +118,9 @@ TEST_F(AddinInCalc, AViewThatStallsIsGivenUp) {
 }
 
 TEST_F(AddinInCalc, ADocumentTakesItsExplorersWithIt) {
-    ASSERT_EQ(calc_->Ask("open " + (folder_ / "other.fods").string()), "done");
+    Open(other());
     Explore("Loan.B9");
-    Press("Down");
-    Press("asterisk");
-    EXPECT_FALSE(WalkToTint().empty());
+    EXPECT_FALSE(UnfoldAndWalkToTint().empty());
     ASSERT_EQ(calc_->Ask("close"), "done");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
     ExpectUntouched();  // the other one
@@ -223,9 +143,7 @@ TEST_F(AddinInCalc, AWindowTakesItsExplorersWithItThoughTheDocumentStays) {
 
 TEST_F(AddinInCalc, EndsWithTheOffice) {
     Explore("Loan.B9");
-    Press("Down");
-    Press("asterisk");
-    EXPECT_FALSE(WalkToTint().empty());
+    EXPECT_FALSE(UnfoldAndWalkToTint().empty());
     const auto views = calc_->Views();
     ASSERT_EQ(views.size(), 1U);
     EXPECT_EQ(calc_->Ask("quit"), "done");

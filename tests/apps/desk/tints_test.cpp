@@ -8,61 +8,22 @@
 #include <fstream>
 #include <iterator>
 
-#include "calc_with_addin.h"
+#include "addin_in_calc.h"
 
 namespace korvane::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kExplorer = "Korvane Explorer";
-
-bool Holds(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-class TintsInCalc : public ::testing::Test {
+class TintsInCalc : public AddinInCalc {
 protected:
-    void SetUp() override {
-        if (const std::string why = CalcWithAddin::WhyNot(); !why.empty()) GTEST_SKIP() << why;
-        std::string name = (fs::temp_directory_path() / "tints-in-calc-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-        book_ = folder_ / "loan.fods";
-        fs::copy_file(fs::path(KORVANE_EXAMPLES) / "loan.fods", book_);
-        desktop_ = std::make_unique<Desktop>();
-        calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, book_);
-        ASSERT_TRUE(calc_->ready());
-    }
-    void TearDown() override {
-        calc_.reset();
-        desktop_.reset();
-        if (!folder_.empty()) fs::remove_all(folder_);
-    }
-    void Press(const std::string& keys) { desktop_->Do("key " + keys); }
-    bool IsActive(const std::string& title) {
-        return Holds(desktop_->Do("getactivewindow getwindowname 2>/dev/null"), title);
-    }
     // Explores a cell and goes to a part with cells; which are tinted then.
-    std::string Explore() {
-        EXPECT_EQ(calc_->Ask("select Loan.B9"), "done");
-        EXPECT_TRUE(calc_->Focus("loan.fods"));
-        Press("ctrl+q");
-        EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
-        calc_->AskUntil("ready", [&](const std::string&) { return IsActive(kExplorer); });
-        Press("Down");
-        Press("asterisk");
-        std::string fills;
-        for (int step = 0; step < 30 && fills.empty(); ++step) {
-            Press("Down");
-            fills = calc_->AskUntil("fills", [tries = 0](const std::string& answer) mutable {
-                return !answer.empty() || ++tries > 8;
-            });
-        }
-        return fills;
+    std::string ExploreToTint() {
+        Explore("Loan.B9");
+        return UnfoldAndWalkToTint();
     }
     std::string Text() const {
-        std::ifstream in(book_, std::ios::binary);
+        std::ifstream in(book(), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     }
     // The journals, wherever the state is kept.
@@ -73,15 +34,10 @@ protected:
         }
         return count;
     }
-
-    fs::path folder_;
-    fs::path book_;
-    std::unique_ptr<Desktop> desktop_;
-    std::unique_ptr<CalcWithAddin> calc_;
 };
 
 TEST_F(TintsInCalc, WhatIsSavedMeanwhileHasNone) {
-    const std::string tinted = Explore();
+    const std::string tinted = ExploreToTint();
     ASSERT_TRUE(Holds(tinted, "=52479")) << tinted;
     EXPECT_EQ(Journals(), 1u);
     ASSERT_EQ(calc_->Ask("put Loan.D20 changed"), "done");
@@ -103,14 +59,13 @@ TEST_F(TintsInCalc, WhatIsSavedMeanwhileHasNone) {
 }
 
 TEST_F(TintsInCalc, TheJournalOutlivesAnOfficeThatDies) {
-    ASSERT_TRUE(Holds(Explore(), "=52479"));
+    ASSERT_TRUE(Holds(ExploreToTint(), "=52479"));
     ASSERT_EQ(Journals(), 1u);
     ::kill(calc_->id(), SIGKILL);
     EXPECT_TRUE(WIFSIGNALED(calc_->WaitForEnd()));
     EXPECT_EQ(Journals(), 1u);
     // The next one finds nothing to be put back, and is done with it.
-    calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, book_);
-    ASSERT_TRUE(calc_->ready());
+    Start();
     calc_->AskUntil("ready", [&](const std::string&) { return Journals() == 0; });
     EXPECT_EQ(Journals(), 0u);
     EXPECT_EQ(calc_->Ask("fills"), "");

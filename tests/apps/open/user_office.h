@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "apps/view/child.h"
-#include "apps/view/desktop.h"
+#include "support/child.h"
+#include "support/desktop.h"
 
 namespace korvane::test {
 

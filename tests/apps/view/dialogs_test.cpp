@@ -6,7 +6,7 @@
 
 #include "apps/addin/addin.h"
 #include "bindings/scripted/scripted_platform.h"
-#include "desktop.h"
+#include "support/desktop.h"
 #include "support/exploring.h"
 #include "view_under_test.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "child.h"
+#include "support/child.h"
 #include "platform/window/codec.h"
 #include "platform/window/windows.h"
 

@@ -9,27 +9,20 @@
 #include <thread>
 
 #include "desk_office.h"
+#include "support/desktop_fixture.h"
 
 namespace korvane::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-class CalcDesk : public ::testing::Test {
+class CalcDesk : public DesktopTest {
 protected:
     void SetUp() override {
-        if (const std::string why = DeskOffice::WhyNot(); !why.empty()) GTEST_SKIP() << why;
-        std::string name = (fs::temp_directory_path() / "korvane-desk-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-        desktop_ = std::make_unique<Desktop>();
-        Start();
+        DesktopTest::SetUp();
+        if (desktop_) Start();
     }
-    void TearDown() override {
-        office_.reset();
-        desktop_.reset();
-        if (!folder_.empty()) fs::remove_all(folder_);
-    }
+    void EndPrograms() override { office_.reset(); }
     void Start() {
         office_.reset();
         office_ = std::make_unique<DeskOffice>(*desktop_, folder_);
@@ -40,7 +33,6 @@ protected:
         ASSERT_EQ(Ask("build"), "done");
     }
     std::string Ask(const std::string& order) { return office_->Ask(order); }
-    void Press(const std::string& keys) { desktop_->Do("key " + keys); }
     // The files of the profile that speak of the add-in.
     std::string InProfile() const {
         return OutputOf("grep -rilF korvane " + (folder_ / "profile/user").string());
@@ -55,14 +47,8 @@ protected:
         EXPECT_EQ(WEXITSTATUS(status), 0);
     }
 
-    fs::path folder_;
-    std::unique_ptr<Desktop> desktop_;
     std::unique_ptr<DeskOffice> office_;
 };
-
-bool Holds(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
 
 std::size_t Count(const std::string& text, const std::string& part) {
     std::size_t count = 0;

@@ -11,6 +11,7 @@
 #include <iterator>
 
 #include "desk_office.h"
+#include "support/desktop_fixture.h"
 
 namespace korvane::test {
 namespace {
@@ -22,21 +23,13 @@ constexpr const char* kTintInFiles = "00ccff";
 constexpr const char* kTinted = "52479 own";
 constexpr const char* kPlain = "-1 default";
 
-class CalcTints : public ::testing::Test {
+class CalcTints : public DesktopTest {
 protected:
     void SetUp() override {
-        if (const std::string why = DeskOffice::WhyNot(); !why.empty()) GTEST_SKIP() << why;
-        std::string name = (fs::temp_directory_path() / "korvane-tints-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name;
-        desktop_ = std::make_unique<Desktop>();
-        Start();
+        DesktopTest::SetUp();
+        if (desktop_) Start();
     }
-    void TearDown() override {
-        office_.reset();
-        desktop_.reset();
-        if (!folder_.empty()) fs::remove_all(folder_);
-    }
+    void EndPrograms() override { office_.reset(); }
     void Start() {
         office_.reset();
         office_ = std::make_unique<DeskOffice>(*desktop_, folder_);
@@ -72,8 +65,6 @@ protected:
         return std::atoi(OutputOf(text + " | grep -aic " + kTintInFiles).c_str());
     }
 
-    fs::path folder_;
-    std::unique_ptr<Desktop> desktop_;
     std::unique_ptr<DeskOffice> office_;
 };
 

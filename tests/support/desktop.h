@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "child.h"
+#include "support/child.h"
 
 namespace korvane::test {
 
