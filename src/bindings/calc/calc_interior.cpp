@@ -25,7 +25,7 @@ std::optional<sal_Int32> CalcInterior::Color(const Fills& fills) const {
 
 // Calc would ignore the colour without a word.
 void CalcInterior::RequireWritable() const {
-    if (IsProtected(*document_, BlockOf(cells_))) Fail(u"The sheet is protected");
+    if (IsProtected(*document_, BlockOf(cells_).Sheet)) Fail(u"The sheet is protected");
 }
 
 korvane::Value CalcInterior::ColorIndex() {

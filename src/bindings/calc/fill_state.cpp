@@ -83,6 +83,15 @@ bool IsSame(const CellBlock& a, const CellBlock& b) {
            a.EndRow == b.EndRow && a.EndColumn == b.EndColumn;
 }
 
+std::optional<CellBlock> Meet(const CellBlock& a, const CellBlock& b) {
+    const CellBlock both(a.Sheet, std::max(a.StartColumn, b.StartColumn),
+                         std::max(a.StartRow, b.StartRow), std::min(a.EndColumn, b.EndColumn),
+                         std::min(a.EndRow, b.EndRow));
+    const bool isAny =
+        a.Sheet == b.Sheet && both.StartColumn <= both.EndColumn && both.StartRow <= both.EndRow;
+    return isAny ? std::optional(both) : std::nullopt;
+}
+
 std::vector<CellBlock> BlocksOf(const Cells& cells) {
     if (const Reference<css::sheet::XSheetCellRanges> many(cells, css::uno::UNO_QUERY); many.is()) {
         const auto blocks = many->getRangeAddresses();
@@ -135,8 +144,8 @@ std::vector<CellBlock> BlocksWith(const CellRangeRef& cells, const Fill& fill) {
     return found;
 }
 
-bool IsProtected(const CalcDocument& document, const CellBlock& block) {
-    return Reference<css::util::XProtectable>(document.Sheet(block.Sheet), UNO_QUERY_THROW)
+bool IsProtected(const CalcDocument& document, int sheet) {
+    return Reference<css::util::XProtectable>(document.Sheet(sheet), UNO_QUERY_THROW)
         ->isProtected();
 }
 
@@ -154,15 +163,9 @@ void WriteFills(const CalcDocument& document, const CellBlock& block, const Fill
     for (const auto& part : fills.parts) {
         if (part.fill == first) continue;
         for (const CellBlock& of : BlocksOf(part.cells)) {
-            const CellBlock both(block.Sheet, std::max(of.StartColumn, block.StartColumn),
-                                 std::max(of.StartRow, block.StartRow),
-                                 std::min(of.EndColumn, block.EndColumn),
-                                 std::min(of.EndRow, block.EndRow));
-            if (of.Sheet != block.Sheet || both.StartColumn > both.EndColumn ||
-                both.StartRow > both.EndRow) {
-                continue;
+            if (const auto both = Meet(of, block)) {
+                Write(silence, CellsAt(document, *both), part.fill);
             }
-            Write(silence, CellsAt(document, both), part.fill);
         }
     }
 }

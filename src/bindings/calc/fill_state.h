@@ -2,6 +2,7 @@
 #pragma once
 
 #include <com/sun/star/table/CellRangeAddress.hpp>
+#include <optional>
 #include <vector>
 
 #include "bindings/calc/calc_document.h"
@@ -39,6 +40,8 @@ struct Fills {
 };
 
 bool IsSame(const CellBlock& a, const CellBlock& b);
+// The cells that both have.
+std::optional<CellBlock> Meet(const CellBlock& a, const CellBlock& b);
 CellBlock BlockOf(const CellRangeRef& cells);
 // Of cells that may be several blocks.
 std::vector<CellBlock> BlocksOf(
@@ -50,7 +53,7 @@ Fills FillsOf(const CellRangeRef& cells);
 // The blocks of `cells` that have exactly `fill`.
 std::vector<CellBlock> BlocksWith(const CellRangeRef& cells, const Fill& fill);
 
-bool IsProtected(const CalcDocument& document, const CellBlock& block);
+bool IsProtected(const CalcDocument& document, int sheet);
 
 // Gives the cells of `block` a fill, and leaves no trace of having written.
 void WriteFill(const CalcDocument& document, const CellBlock& block, const Fill& fill);

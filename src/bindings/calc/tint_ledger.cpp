@@ -30,6 +30,9 @@ bool IsNone(int index) {
     return index == host::xlColorIndexNone || index == host::xlColorIndexAutomatic;
 }
 
+// Writing `index` gives back what was there before.
+bool IsMeant(int before, int index) { return before == index || (IsNone(before) && IsNone(index)); }
+
 // Cells that are gone are at no place.
 bool AreAt(const CellRangeRef& cells, const CellBlock& block) {
     bool same = false;
@@ -71,6 +74,7 @@ int TintLedger::Keep(const Fills& fills) {
 int TintLedger::IndexOf(const CellRangeRef& cells) {
     const Fills fills = FillsOf(cells);
     if (fills.parts.empty()) Fail(u"The cells are gone");
+    asked_ = BlockOf(cells);
     if (fills.AreOne()) {
         const Fill& fill = fills.parts.front().fill;
         if (fill == Fill{}) return host::xlColorIndexNone;
@@ -98,7 +102,10 @@ void TintLedger::Apply(const CellBlock& block, int index) const {
 }
 
 void TintLedger::Write(const CellRangeRef& cells, int index) {
-    if (EndTint(cells, index)) return;
+    Settle();
+    const auto asked = std::exchange(asked_, std::nullopt);
+    const bool isTint = asked && IsSame(*asked, BlockOf(cells));
+    if (EndTint(cells, index, isTint)) return;
     if (const auto color = PaletteColor(index)) {
         return Write(cells, Fill{Swapped(static_cast<sal_Int32>(*color)), true});
     }
@@ -118,34 +125,48 @@ void TintLedger::Write(const CellRangeRef& cells, int index) {
     });
 }
 
-bool TintLedger::EndTint(const CellRangeRef& cells, int index) {
+bool TintLedger::EndTint(const CellRangeRef& cells, int index, bool isTint) {
     const CellBlock block = BlockOf(cells);
     for (auto tint = tints_.rbegin(); tint != tints_.rend(); ++tint) {
         if (!AreAt(tint->cells, block)) continue;
-        const bool restores = tint->before == index || (IsNone(tint->before) && IsNone(index));
-        if (!restores) return false;
+        if (!IsMeant(tint->before, index)) return false;
+        if (isTint && FillFor(tint->before) == tint->written) return false;
         if (offs_ == 0) Restore(*tint);
         Forget(*tint);
         KeepPast(*tint);
         tints_.erase(std::next(tint).base());
         return true;
     }
-    return false;
+    return EndDropped(block, index);
+}
+
+bool TintLedger::EndDropped(const CellBlock& block, int index) {
+    const auto found = std::find_if(dropped_.rbegin(), dropped_.rend(), [&](const auto& dropped) {
+        return IsSame(dropped.first, block) && IsMeant(dropped.second, index);
+    });
+    if (found == dropped_.rend()) return false;
+    dropped_.erase(std::next(found).base());
+    return true;
 }
 
 void TintLedger::Write(const CellRangeRef& cells, const Fill& fill) {
+    Settle();
     const Fills now = FillsOf(cells);
     if (now.parts.empty()) Fail(u"The cells are gone");
-    if (now.AreOne() && now.parts.front().fill == fill && offs_ == 0) return;
     const CellBlock block = BlockOf(cells);
     Tint tint;
     tint.cells = CellsAt(document_, block);
     tint.written = fill;
-    const auto known = std::find_if(tints_.begin(), tints_.end(),
-                                    [&](const Tint& other) { return AreAt(other.cells, block); });
-    // A second tint in place of the first: what was before it counts.
+    // A second tint in place of the first: what was before it counts. One that looks
+    // the same, or that is put on what the user has filled meanwhile, is one of its own.
+    const auto known = std::find_if(tints_.begin(), tints_.end(), [&](const Tint& other) {
+        const bool isStill = now.AreOne() && now.parts.front().fill == other.written;
+        return (offs_ > 0 || (isStill && other.written != fill)) && AreAt(other.cells, block);
+    });
     tint.before = known != tints_.end() ? known->before : IndexOf(cells);
-    tint.note = NoteOf(tint);
+    asked_.reset();
+    tint.noted = NoteOf(tint);
+    tint.note = Note(tint.noted);
     if (known != tints_.end()) {
         Forget(*known);
         tints_.erase(known);
@@ -161,7 +182,7 @@ void TintLedger::Write(const CellRangeRef& cells, const Fill& fill) {
 std::vector<CellRangeRef> TintLedger::Restore(const Tint& tint) const {
     std::vector<CellRangeRef> restored;
     for (const CellBlock& block : BlocksWith(tint.cells, tint.written)) {
-        if (IsProtected(document_, block)) continue;
+        if (IsProtected(document_, block.Sheet)) continue;
         Apply(block, tint.before);
         restored.push_back(CellsAt(document_, block));
     }
@@ -186,7 +207,7 @@ void TintLedger::PutBack(Tint& tint) const {
     const auto off = std::exchange(tint.off, {});
     for (const CellRangeRef& cells : off) {
         const CellBlock block = BlockOf(cells);
-        if (IsProtected(document_, block)) continue;
+        if (IsProtected(document_, block.Sheet)) continue;
         const auto before = FillFor(tint.before);
         if (!before) {
             WriteFill(document_, block, tint.written);
@@ -198,14 +219,51 @@ void TintLedger::PutBack(Tint& tint) const {
     }
 }
 
+void TintLedger::Lift() noexcept {
+    if (std::exchange(isLifted_, true)) return;
+    TakeOff();
+    for (Tint& tint : tints_) Suppressed([&] { tint.lifted = BlockOf(tint.cells); });
+}
+
+void TintLedger::Settle() noexcept {
+    if (!std::exchange(isLifted_, false)) return;
+    std::erase_if(tints_, [this](Tint& tint) {
+        if (AreAt(tint.cells, tint.lifted)) return false;
+        End(tint, tint.lifted);
+        return true;
+    });
+    PutBack();
+}
+
+bool TintLedger::Touches(const std::vector<CellBlock>& blocks) const {
+    bool touches = false;
+    for (const Tint& tint : tints_) {
+        Suppressed([&] {
+            const CellBlock of = BlockOf(tint.cells);
+            touches = touches || std::any_of(blocks.begin(), blocks.end(), [&](const auto& block) {
+                          return Meet(of, block).has_value();
+                      });
+        });
+    }
+    return touches;
+}
+
 void TintLedger::Drop() noexcept {
     TakeOff();
     for (Tint& tint : tints_) {
-        Forget(tint);
-        KeepPast(tint);
+        CellBlock place;
+        Suppressed([&] { place = BlockOf(tint.cells); });
+        End(tint, place);
     }
     tints_.clear();
     PutBack();
+}
+
+void TintLedger::End(Tint& tint, const CellBlock& place) {
+    Forget(tint);
+    KeepPast(tint);
+    if (dropped_.size() == kMostKept) dropped_.erase(dropped_.begin());
+    dropped_.emplace_back(place, tint.before);
 }
 
 // A step that is made while the tints are off does not hold them.
@@ -230,13 +288,61 @@ void TintLedger::TakeOffReturned() noexcept {
     PutBack();
 }
 
+void TintLedger::LookAtSheets() noexcept {
+    Suppressed([this] {
+        std::set<std::u16string> now;
+        for (int index = 0; index < document_.SheetCount(); ++index) {
+            const std::u16string name = document_.SheetName(index);
+            now.insert(name);
+            if (sheets_.empty() || sheets_.contains(name)) continue;
+            for (const auto* const tints : {&past_, &tints_}) {
+                for (const Tint& tint : *tints) {
+                    Suppressed([&] { TakeOffSheet(tint, name, index); });
+                }
+            }
+        }
+        sheets_ = std::move(now);
+    });
+}
+
+// The same places as the tint has on its own sheet now, or had when that went.
+void TintLedger::TakeOffSheet(const Tint& tint, const std::u16string& sheet, int index) const {
+    if (tint.noted.parts.empty() || IsProtected(document_, index)) return;
+    sal_Int32 down = 0;
+    sal_Int32 right = 0;
+    if (sheet != tint.noted.sheet) {
+        const CellBlock now = BlockOf(tint.cells);
+        if (now.Sheet == index) return;  // its own, which has another name now
+        CellBlock then = tint.noted.parts.front().block;
+        for (const auto& part : tint.noted.parts) {
+            then.StartRow = std::min(then.StartRow, part.block.StartRow);
+            then.StartColumn = std::min(then.StartColumn, part.block.StartColumn);
+        }
+        down = now.StartRow - then.StartRow;
+        right = now.StartColumn - then.StartColumn;
+    }
+    for (const auto& part : tint.noted.parts) {
+        const CellBlock there(static_cast<sal_Int16>(index), part.block.StartColumn + right,
+                              part.block.StartRow + down, part.block.EndColumn + right,
+                              part.block.EndRow + down);
+        for (const CellBlock& same : BlocksWith(CellsAt(document_, there), tint.written)) {
+            WriteFill(document_, same, part.before);
+        }
+    }
+}
+
 void TintLedger::Forget(Tint& tint) const {
     if (journal_ && tint.note != 0) journal_->Forget(tint.note);
     tint.note = 0;
 }
 
-long TintLedger::NoteOf(const Tint& tint) const {
-    if (!journal_) return 0;
+long TintLedger::Note(const FillNote& note) const {
+    // One upon another that looks the same changes nothing.
+    const bool changes = note.parts.size() != 1 || note.parts.front().before != note.written;
+    return journal_ && changes ? journal_->Note(note) : 0;
+}
+
+FillNote TintLedger::NoteOf(const Tint& tint) const {
     FillNote note;
     const CellBlock block = BlockOf(tint.cells);
     note.url = ToText(document_.model()->getURL());
@@ -251,13 +357,16 @@ long TintLedger::NoteOf(const Tint& tint) const {
             }
         }
     }
-    return journal_->Note(note);
+    return note;
 }
 
 void TintLedger::NoteAgain() noexcept {
     for (Tint& tint : tints_) {
         Forget(tint);
-        Suppressed([&] { tint.note = NoteOf(tint); });
+        Suppressed([&] {
+            tint.noted = NoteOf(tint);
+            tint.note = Note(tint.noted);
+        });
     }
 }
 

@@ -29,7 +29,7 @@ bool PutBackFill(const CalcDocument& document, const FillNote& note) {
     for (const auto& part : note.parts) {
         CellBlock block = part.block;
         block.Sheet = static_cast<sal_Int16>(*sheet);
-        if (!IsWithinSheet(block) || IsProtected(document, block)) continue;
+        if (!IsWithinSheet(block) || IsProtected(document, block.Sheet)) continue;
         for (const CellBlock& same : BlocksWith(CellsAt(document, block), note.written)) {
             WriteFill(document, same, part.before);
             any = true;

@@ -7,6 +7,7 @@
 #include <com/sun/star/frame/XModel2.hpp>
 #include <com/sun/star/frame/theGlobalEventBroadcaster.hpp>
 #include <com/sun/star/view/XPrintJobBroadcaster.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/weakref.hxx>
 #include <rtl/ref.hxx>
@@ -28,23 +29,51 @@ namespace {
 
 constexpr const char16_t* kCut = u".uno:Cut";
 
-// Commands that copy cells or their looks, or that lock them in.
+// Commands that open a dialog, which may work after the command has ended.
+const std::vector<std::u16string>& DialogCommands() {
+    static const std::vector<std::u16string> commands = {
+        u".uno:Move",    u".uno:FillSeries", u".uno:DataSort", u".uno:InsertCell",
+        u".uno:Protect", u".uno:Print",      u".uno:SendMail", u".uno:DataSubTotals"};
+    return commands;
+}
+
+// Commands that copy cells or their looks, have new ones take over those of their
+// neighbours, move them among each other, or lock them in.
 std::vector<std::u16string> Commands() {
-    return {u".uno:Copy",
-            kCut,
-            u".uno:FormatPaintbrush",
-            u".uno:Move",
-            u".uno:FillDown",
-            u".uno:FillUp",
-            u".uno:FillRight",
-            u".uno:FillLeft",
-            u".uno:FillSeries",
-            u".uno:FillTable",
-            u".uno:DuplicateSheet",
-            u".uno:Protect",
-            u".uno:Print",
-            u".uno:PrintDefault",
-            u".uno:SendMail"};
+    std::vector<std::u16string> commands = DialogCommands();
+    for (const char16_t* const command : {u".uno:Copy",
+                                          kCut,
+                                          u".uno:FormatPaintbrush",
+                                          u".uno:FillDown",
+                                          u".uno:FillUp",
+                                          u".uno:FillRight",
+                                          u".uno:FillLeft",
+                                          u".uno:FillTable",
+                                          u".uno:DuplicateSheet",
+                                          u".uno:PrintDefault",
+                                          u".uno:SortAscending",
+                                          u".uno:SortDescending",
+                                          u".uno:StyleNewByExample",
+                                          u".uno:StyleUpdateByExample",
+                                          u".uno:InsertRows",
+                                          u".uno:InsertRowsBefore",
+                                          u".uno:InsertRowsAfter",
+                                          u".uno:InsertColumns",
+                                          u".uno:InsertColumnsBefore",
+                                          u".uno:InsertColumnsAfter",
+                                          u".uno:InsertCellsDown",
+                                          u".uno:InsertCellsRight"}) {
+        commands.emplace_back(command);
+    }
+    return commands;
+}
+
+// With arguments behind it, it is the same command.
+bool OpensDialog(const std::u16string& command) {
+    const auto& dialogs = DialogCommands();
+    return std::any_of(dialogs.begin(), dialogs.end(), [&](const auto& dialog) {
+        return command == dialog || command.starts_with(dialog + u"?");
+    });
 }
 
 }  // namespace
@@ -102,6 +131,7 @@ public:
         : guard_(std::move(guard)), model_(model) {}
     void SAL_CALL undoActionAdded(const Event& /*event*/) override {
         Tell(&TintLedger::NoteUserStep);
+        Soon({&TintLedger::LookAtSheets});
     }
     void SAL_CALL actionUndone(const Event& /*event*/) override { TakeOffSoon(); }
     void SAL_CALL actionRedone(const Event& /*event*/) override { TakeOffSoon(); }
@@ -127,13 +157,15 @@ private:
             if (watched != nullptr) (watched->document->tints().*member)();
         });
     }
+    void TakeOffSoon() { Soon({&TintLedger::TakeOffReturned, &TintLedger::LookAtSheets}); }
     // The undo manager takes nothing while it tells of something.
-    void TakeOffSoon() {
-        Suppressed([this] {
+    void Soon(std::vector<void (TintLedger::*)() noexcept> members) {
+        Suppressed([&] {
             if (*guard_ == nullptr) return;
-            MainThread((*guard_)->context_).Post([steps = rtl::Reference<UndoSteps>(this)] {
-                steps->Tell(&TintLedger::TakeOffReturned);
-            });
+            MainThread((*guard_)->context_)
+                .Post([steps = rtl::Reference<UndoSteps>(this), members = std::move(members)] {
+                    for (const auto member : members) steps->Tell(member);
+                });
         });
     }
 
@@ -147,23 +179,8 @@ TintGuard::TintGuard(const Context& context, std::filesystem::path folder, Docum
       documentOf_(std::move(documentOf)),
       self_(std::make_shared<TintGuard*>(this)) {
     if (!folder_.empty()) journal_ = std::make_shared<Journal>(folder_);
-    auto brackets = std::make_shared<CommandBrackets>();
-    brackets->commands = Commands();
-    const auto tints = [self = self_](const Model& model) -> TintLedger* {
-        Watched* const watched = *self != nullptr ? (*self)->Find(model) : nullptr;
-        return watched != nullptr ? &watched->document->tints() : nullptr;
-    };
-    // Cells that are cut take their tint's place along: it could not be found again.
-    brackets->before = [tints](const Model& model, const std::u16string& command) {
-        TintLedger* const ledger = tints(model);
-        if (ledger == nullptr) return;
-        if (command == kCut) ledger->Drop();
-        ledger->TakeOff();
-    };
-    brackets->after = [tints](const Model& model, const std::u16string& /*command*/) {
-        if (TintLedger* const ledger = tints(model)) ledger->PutBack();
-    };
-    brackets_ = brackets;
+    Bracket();
+    WatchMouse();
     const rtl::Reference<Events> events(new Events(self_));
     events_ = static_cast<cppu::OWeakObject*>(events.get());
     Reference<css::document::XDocumentEventBroadcaster>(
@@ -171,9 +188,67 @@ TintGuard::TintGuard(const Context& context, std::filesystem::path folder, Docum
         ->addDocumentEventListener(events.get());
 }
 
+TintLedger* TintGuard::TintsOf(const Model& model) {
+    Watched* const watched = Find(model);
+    return watched != nullptr ? &watched->document->tints() : nullptr;
+}
+
+void TintGuard::Bracket() {
+    auto brackets = std::make_shared<CommandBrackets>();
+    brackets->commands = Commands();
+    const auto tints = [self = self_](const Model& model) {
+        return *self != nullptr ? (*self)->TintsOf(model) : nullptr;
+    };
+    brackets->before = [tints](const Model& model, const std::u16string& command) {
+        TintLedger* const ledger = tints(model);
+        if (ledger == nullptr) return;
+        // Cells that are cut take their tint's place along: it could not be found again.
+        if (command == kCut) ledger->Drop();
+        ledger->TakeOff();
+        if (OpensDialog(command)) ledger->Lift();
+    };
+    brackets->after = [tints](const Model& model, const std::u16string& /*command*/) {
+        if (TintLedger* const ledger = tints(model)) ledger->PutBack();
+    };
+    brackets_ = brackets;
+}
+
+// The fill handle and drags begin at the selected cells; the middle button pastes
+// what is selected.
+void TintGuard::WatchMouse() {
+    auto events = std::make_shared<MouseEvents>();
+    using Controller = MouseEvents::Controller;
+    events->pressed = [self = self_](const Controller& controller, bool isMiddle) {
+        Suppressed([&] {
+            TintLedger* const ledger =
+                *self != nullptr ? (*self)->TintsOf(controller->getModel()) : nullptr;
+            if (ledger == nullptr || ledger->IsEmpty()) return;
+            const auto selected =
+                Reference<css::view::XSelectionSupplier>(controller, UNO_QUERY_THROW)
+                    ->getSelection();
+            if (isMiddle || ledger->Touches(BlocksOf(
+                                Reference<css::uno::XInterface>(selected, UNO_QUERY_THROW)))) {
+                ledger->Lift();
+            }
+        });
+    };
+    // What the office does about it comes first.
+    events->released = [self = self_](const Controller& controller) {
+        Suppressed([&] {
+            if (*self == nullptr) return;
+            MainThread((*self)->context_).Post([self, model = controller->getModel()] {
+                TintLedger* const ledger = *self != nullptr ? (*self)->TintsOf(model) : nullptr;
+                if (ledger != nullptr) ledger->Settle();
+            });
+        });
+    };
+    mouse_ = events;
+}
+
 TintGuard::~TintGuard() {
     *self_ = nullptr;
     frames_.clear();
+    mice_.clear();
     Suppressed([this] {
         Reference<css::document::XDocumentEventBroadcaster>(
             css::frame::theGlobalEventBroadcaster::get(context_), UNO_QUERY_THROW)
@@ -202,7 +277,9 @@ TintGuard::Watched* TintGuard::Find(const Model& model) {
 void TintGuard::Look(const Model& model) noexcept {
     Suppressed([&] {
         std::erase_if(watched_, [](const auto& watched) { return watched->document->IsClosed(); });
-        std::erase_if(frames_, [](const auto& frame) { return frame->IsOver(); });
+        const auto isOver = [](const auto& watch) { return watch->IsOver(); };
+        std::erase_if(frames_, isOver);
+        std::erase_if(mice_, isOver);
         if (Find(model) == nullptr) {
             auto watched = std::make_unique<Watched>();
             watched->document = documentOf_(model);
@@ -216,21 +293,31 @@ void TintGuard::Look(const Model& model) noexcept {
             watched->document->undoManager()->addUndoManagerListener(watched->undoSteps);
             const DocumentPtr document = watched->document;
             document->NoteChangesIn(journal_);
+            document->tints().LookAtSheets();
             watched_.push_back(std::move(watched));
             if (!folder_.empty()) PutBackWhatDied(document, DeadJournals(folder_));
         }
         const Reference<css::frame::XModel2> views(model, UNO_QUERY_THROW);
         const auto controllers = views->getControllers();
         while (controllers->hasMoreElements()) {
-            const Reference<css::frame::XController> controller(controllers->nextElement(),
-                                                                UNO_QUERY_THROW);
-            const auto frame = controller->getFrame();
-            const bool isKnown =
-                std::any_of(frames_.begin(), frames_.end(),
-                            [&](const auto& known) { return known->IsFor(frame); });
-            if (frame.is() && !isKnown) {
-                frames_.push_back(std::make_unique<BracketedFrame>(frame, brackets_));
-            }
+            LookAt(Reference<css::frame::XController>(controllers->nextElement(), UNO_QUERY_THROW));
+        }
+    });
+}
+
+void TintGuard::LookAt(const MouseEvents::Controller& controller) {
+    const auto isKnown = [](const auto& watches, const auto& what) {
+        return std::any_of(watches.begin(), watches.end(),
+                           [&](const auto& watch) { return watch->IsFor(what); });
+    };
+    const auto frame = controller->getFrame();
+    if (frame.is() && !isKnown(frames_, frame)) {
+        frames_.push_back(std::make_unique<BracketedFrame>(frame, brackets_));
+    }
+    // A window that shows pages has no cells to press on.
+    Suppressed([&] {
+        if (!isKnown(mice_, controller)) {
+            mice_.push_back(std::make_unique<MouseWatch>(controller, mouse_));
         }
     });
 }

@@ -9,12 +9,13 @@
 #include "bindings/calc/calc_document.h"
 #include "bindings/calc/desk/command_brackets.h"
 #include "bindings/calc/desk/journal.h"
+#include "bindings/calc/desk/mouse_watch.h"
 
 namespace korvane::calc {
 
 // While a document is saved, exported, printed or kept for recovery, and while a
-// command runs that takes the look of cells somewhere else, its cells have the
-// fills that their user gave them. All calls are made on the office's main thread.
+// command runs or the mouse drags what may take the look of cells somewhere else, its
+// cells have the fills that their user gave them. All calls are made on the office's main thread.
 class TintGuard {
 public:
     using Context = com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>;
@@ -40,12 +41,17 @@ private:
     class UndoSteps;
     struct Watched;
 
+    void Bracket();
+    void WatchMouse();
+    void LookAt(const MouseEvents::Controller& controller);
     void Handle(const Model& model, const std::u16string& event);
     void BeginPrinting(const Model& model, bool begins);
     void Set(const Model& model, bool Watched::*business, bool begins);
     void Forget(const Model& model);
     void StopListening(const Watched& watched);
     Watched* Find(const Model& model);
+    // The tints of a document that is watched; null for none.
+    TintLedger* TintsOf(const Model& model);
 
     Context context_;
     std::filesystem::path folder_;
@@ -54,7 +60,9 @@ private:
     std::shared_ptr<const CommandBrackets> brackets_;
     std::shared_ptr<TintGuard*> self_;  // empty of it once it is gone
     std::vector<std::unique_ptr<Watched>> watched_;
+    std::shared_ptr<const MouseEvents> mouse_;
     std::vector<std::unique_ptr<BracketedFrame>> frames_;
+    std::vector<std::unique_ptr<MouseWatch>> mice_;
     com::sun::star::uno::Reference<com::sun::star::uno::XInterface> events_;
 };
 

@@ -1,12 +1,9 @@
 #include "tested_addin.h"
 
-#include <com/sun/star/accessibility/XAccessible.hpp>
-#include <com/sun/star/accessibility/XAccessibleComponent.hpp>
 #include <com/sun/star/awt/XTopWindow.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
-#include <com/sun/star/frame/XLayoutManager.hpp>
 #include <com/sun/star/frame/XTitle.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/ui/ImageType.hpp>
@@ -22,6 +19,7 @@
 #include "bindings/calc/uno_text.h"
 #include "bindings/resources/built_in_pictures.h"
 #include "host/constants.h"
+#include "places.h"
 
 namespace korvane::calc::testing {
 
@@ -42,40 +40,6 @@ host::CommandBarControlPtr FindId(host::CommandBarControls& controls, int id) {
         if (control->Id() == id) return control;
     }
     throw Error(kErrorObjectMissing, u"No such entry");
-}
-
-// An element of the window's with this name, searched depth first.
-Reference<css::accessibility::XAccessibleContext> FindAccessible(
-    const Reference<css::accessibility::XAccessibleContext>& from, const rtl::OUString& name) {
-    if (!from.is()) return {};
-    if (from->getAccessibleName() == name) return from;
-    for (sal_Int32 k = 0; k < from->getAccessibleChildCount(); ++k) {
-        const auto child = from->getAccessibleChild(k);
-        if (!child.is()) continue;
-        if (const auto found = FindAccessible(child->getAccessibleContext(), name); found.is()) {
-            return found;
-        }
-    }
-    return {};
-}
-
-// The middle of the toolbar's button on the screen.
-std::string PlaceOfButton(const TestedAddin::Context& context, const std::string& name) {
-    const Reference<css::beans::XPropertySet> frame(
-        css::frame::Desktop::create(context)->getCurrentFrame(), UNO_QUERY_THROW);
-    Reference<css::frame::XLayoutManager> layout;
-    frame->getPropertyValue(ToOUString(u"LayoutManager")) >>= layout;
-    const auto toolbar = layout->getElement(ToOUString(u"private:resource/toolbar/standardbar"));
-    const Reference<css::accessibility::XAccessible> accessible(toolbar->getRealInterface(),
-                                                                UNO_QUERY_THROW);
-    const Reference<css::accessibility::XAccessibleComponent> button(
-        FindAccessible(accessible->getAccessibleContext(), ToOUString(ToUtf16(name))), UNO_QUERY);
-    if (!button.is()) return "nowhere";
-    const auto place = button->getLocationOnScreen();
-    const auto size = button->getSize();
-    if (size.Width <= 0) return "nowhere";
-    return std::to_string(place.X + size.Width / 2) + " " +
-           std::to_string(place.Y + size.Height / 2);
 }
 
 // Everything that the add-in could change, for comparing.
@@ -205,6 +169,8 @@ std::string TestedAddin::Carry(const std::string& order, const std::string& argu
         return title.is() ? ToUtf8(ToText(title->getTitle())) : "none";
     }
     if (order == "where") return PlaceOfButton(context_, argument);
+    if (order == "cellplace") return PlaceOfCell(context_, argument);
+    if (order == "tabplace") return PlaceOfTab(context_, argument);
     if (order == "window") {
         css::frame::Desktop::create(context_)->loadComponentFromURL(
             ToOUString(u"private:factory/scalc"), ToOUString(u"_blank"), 0, {});

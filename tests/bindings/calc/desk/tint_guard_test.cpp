@@ -10,63 +10,12 @@
 #include <fstream>
 #include <iterator>
 
-#include "desk_office.h"
-#include "support/desktop_fixture.h"
+#include "tints_in_office.h"
 
 namespace korvane::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-// 0x00CCFF, the tint, as files spell it.
-constexpr const char* kTintInFiles = "00ccff";
-constexpr const char* kTinted = "52479 own";
-constexpr const char* kPlain = "-1 default";
-
-class CalcTints : public DesktopTest {
-protected:
-    void SetUp() override {
-        DesktopTest::SetUp();
-        if (desktop_) Start();
-    }
-    void EndPrograms() override { office_.reset(); }
-    void Start() {
-        office_.reset();
-        office_ = std::make_unique<DeskOffice>(*desktop_, folder_);
-        ASSERT_TRUE(office_->ready());
-        ASSERT_EQ(Ask("guard " + Journals().string()), "done");
-    }
-    // A document of the user's with a file and one undo step.
-    void Make(const std::string& file) {
-        ASSERT_EQ(Ask("type A1 5"), "done");
-        ASSERT_EQ(Ask("type A2 =A1+1"), "done");
-        ASSERT_EQ(Ask("saveas " + Path(file)), "done");
-        ASSERT_EQ(Ask("state"), "unmodified 2 1");
-    }
-    void Die() {
-        EXPECT_EQ(Ask("die"), "lost");
-        EXPECT_TRUE(WIFSIGNALED(office_->WaitForEnd()));
-        Start();
-    }
-    std::string Ask(const std::string& order) { return office_->Ask(order); }
-    std::string Path(const std::string& file) const { return (folder_ / file).string(); }
-    fs::path Journals() const { return folder_ / "state"; }
-    bool AreThereJournals() const { return fs::exists(Journals()) && !fs::is_empty(Journals()); }
-    // How often the tint is found in a file.
-    int Tints(const std::string& file) const {
-        const std::string path = Path(file);
-        EXPECT_TRUE(fs::exists(path)) << path;
-        const std::string text = path.ends_with(".fods")
-                                     ? "cat " + path
-                                     : "python3 -c \"import zipfile,sys\nz=zipfile.ZipFile('" +
-                                           path +
-                                           "')\nfor n in z.namelist(): "
-                                           "sys.stdout.buffer.write(z.read(n)+b'\\n')\"";
-        return std::atoi(OutputOf(text + " | grep -aic " + kTintInFiles).c_str());
-    }
-
-    std::unique_ptr<DeskOffice> office_;
-};
 
 TEST_F(CalcTints, WhatIsSavedIsNotTinted) {
     Make("book.ods");
@@ -154,8 +103,11 @@ TEST_F(CalcTints, WhatIsCutLosesItsTint) {
     EXPECT_EQ(Ask("formula D1"), "5");
     EXPECT_EQ(Ask("look A1:D3"), kPlain);
     EXPECT_FALSE(AreThereJournals());
-    Ask("untint A1:A3");
-    EXPECT_EQ(Ask("look A1:D3"), kPlain);
+    // What the user fills now is none of the tint's.
+    ASSERT_EQ(Ask("colour A1:A3"), "done");
+    ASSERT_EQ(Ask("untint A1:A3"), "done");
+    EXPECT_EQ(Ask("look A1:A3"), "1193046 own");
+    EXPECT_EQ(Ask("look B1:D3"), kPlain);
 }
 
 TEST_F(CalcTints, UndoingDoesNotBringATintBack) {

@@ -10,6 +10,7 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/DispatchHelper.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/view/XPrintable.hpp>
@@ -144,6 +145,19 @@ std::string TintOrders::Carry(const std::string& order, const std::string& argum
         return "done";
     }
     if (order == "look") return Look(argument);
+    // "0 Name": a copy of the sheet with this number, behind all.
+    if (order == "copysheet" || order == "removesheet") {
+        const Reference<css::sheet::XSpreadsheetDocument> book(Active().document->model(),
+                                                               UNO_QUERY_THROW);
+        const auto sheets = book->getSheets();
+        if (order == "removesheet")
+            return sheets->removeByName(ToOUString(ToUtf16(argument))), "done";
+        const int from = std::stoi(argument);
+        sheets->copyByName(ToOUString(Active().document->SheetName(from)),
+                           ToOUString(ToUtf16(argument.substr(argument.find(' ') + 1))),
+                           static_cast<sal_Int16>(Active().document->SheetCount()));
+        return "done";
+    }
     // For good, as a user does.
     if (order == "colour") {
         css::uno::Any color;
