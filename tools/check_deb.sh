@@ -49,6 +49,10 @@ echo "explore in the terminal"
 tree=$(as_user korvane explore "$book" 'Loan!B9' 2>>"$log")
 echo "$tree"
 grep -q 'B9  *Loan  *fits' <<<"$tree" || fail "this is not the tree of the sample"
+# Each time in a profile of its own, which must not take in what the package registers.
+for _ in 1 2 3 4 5; do
+    [ "$(as_user korvane explore "$book" 'Loan!B9' 2>>"$log")" = "$tree" ] || fail "the tree is not the same again"
+done
 [ "$(as_user korvane parse --count <<<'=A1+B2' | head -n 1)" = 'formulas: 1' ] || fail "korvane parse failed"
 [ -z "$(within find /home/tester /tmp -name 'korvane-*')" ] || fail "the exploration left something behind"
 

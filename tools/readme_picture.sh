@@ -2,6 +2,7 @@
 # Makes the picture of the README, docs/calc.png: the explorer's window over a sheet in Calc, on a
 # display of its own and with a new profile.
 # Usage: readme_picture.sh [BUILD]   (build; needs Xvfb, openbox, xdotool, xset and ImageMagick)
+# SAL_USE_VCLPLUGIN=gtk3 gives it the look of most desktops; needs libreoffice-gtk3.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$(cd "${1:-$root/build}" && pwd)
@@ -11,8 +12,12 @@ done
 
 work=$(mktemp -d)
 finish() {
-    # Calc is the child of what we started.
-    [ -z "${calc:-}" ] || kill -- "-$calc" 2>/dev/null || true
+    # Calc is the child of what we started, which may outlive it.
+    if [ -n "${calc:-}" ]; then
+        kill -- "-$calc" 2>/dev/null || true
+        sleep 1
+        kill -KILL -- "-$calc" 2>/dev/null || true
+    fi
     jobs -p | xargs -r kill 2>/dev/null || true
     wait
     rm -rf "$work"
@@ -20,7 +25,7 @@ finish() {
 trap finish EXIT
 
 export XDG_CONFIG_HOME=$work/config XDG_STATE_HOME=$work/state XDG_RUNTIME_DIR=$work/run
-export QT_STYLE_OVERRIDE=Fusion QT_SCALE_FACTOR=1 LC_ALL=C.UTF-8 SAL_USE_VCLPLUGIN=gen
+export QT_STYLE_OVERRIDE=Fusion QT_SCALE_FACTOR=1 LC_ALL=C.UTF-8 SAL_USE_VCLPLUGIN=${SAL_USE_VCLPLUGIN:-gen}
 unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME
 user=$XDG_CONFIG_HOME/libreoffice/4/user
 mkdir -p -m 700 "$XDG_RUNTIME_DIR" "$user"

@@ -122,7 +122,7 @@ void ExploreWorkbook(const ExploreOptions& options, Output& output) {
     if (options.arguments.size() < 2) {
         throw CommandError(kUsage,
                            "explore needs a workbook and a cell, such as: "
-                           "korvane explore Budget.xlsx 'Sheet1!B7'");
+                           "korvane explore Budget.xlsx 'Sheet1!B7' (or --all for every formula)");
     }
     RestartingDocument document([&] { return OpenWorkbook(options.arguments.front()); });
     for (std::size_t k = 1; k < options.arguments.size(); ++k) {

@@ -3,6 +3,9 @@
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "apps/command/explore_command.h"
 #include "apps/command/open_command.h"
@@ -23,8 +26,22 @@ void AddFunctionsFlags(CLI::App& command, std::optional<bool>& functions) {
     on->excludes(off);
 }
 
+// The parser would only say that a command is required.
+void RequireCommand(const CLI::App& app, int argc, char** argv) {
+    const std::string_view given = argc > 1 ? argv[1] : "";
+    if (given.starts_with('-')) return;
+    std::string names;
+    for (const CLI::App* command : app.get_subcommands(nullptr)) {
+        if (command->get_name() == given) return;
+        names += (names.empty() ? "" : ", ") + command->get_name();
+    }
+    const std::string what =
+        given.empty() ? "no command" : "there is no command \"" + std::string(given) + '"';
+    throw CommandError(kUsage, what + "; the commands are " + names + "; see korvane --help");
+}
+
 int Run(int argc, char** argv) {
-    CLI::App app{"Takes spreadsheet formulae apart: every part with its cells and its value."};
+    CLI::App app{"Takes spreadsheet formulas apart: every part with its cells and its value."};
     app.name("korvane");
     app.set_version_flag("--version", "korvane " KORVANE_VERSION);
     app.require_subcommand(1);
@@ -33,14 +50,26 @@ int Run(int argc, char** argv) {
         "name,\n"
         "4 the spreadsheet host could not be started or was lost.");
 
+    OpenOptions open;
+    auto* openCommand = app.add_subcommand(
+        "open", "Start LibreOffice Calc, with your own profile, and the add-in in it");
+    openCommand
+        ->add_option("BOOK", open.books,
+                     "Workbooks to open, yours and not copies; none for a new spreadsheet")
+        ->option_text("...");
+    openCommand->footer(
+        "A Calc that runs with the add-in opens the workbooks. Ctrl+Q explores the selected cell.");
+
     ExploreOptions explore;
     auto* exploreCommand = app.add_subcommand("explore", "Explore cells of a workbook");
+    std::string book;
+    std::vector<std::string> cells;
+    exploreCommand->add_option("BOOK", book, "The workbook; not with --script")->option_text(" ");
     exploreCommand
-        ->add_option(
-            "arguments", explore.arguments,
-            "The workbook, then cells: Sheet1!B7, 'My Sheet'!B7, a defined name, or a range "
-            "(its first cell). With --script only cells, none for the active one.")
-        ->option_text("BOOK CELL...");
+        ->add_option("CELL", cells,
+                     "Sheet1!B7, 'My Sheet'!B7, a defined name, or a range (its first cell); with "
+                     "--script none for the active cell")
+        ->option_text("...");
     AddFunctionsFlags(*exploreCommand, explore.functions);
     exploreCommand->add_flag("--precise", explore.precise,
                              "Evaluate function parts in the explored cell itself");
@@ -53,12 +82,11 @@ int Run(int argc, char** argv) {
 
     auto* all = exploreCommand->add_flag("--all", explore.all,
                                          "Every formula cell, with a summary at the end");
-    auto* window =
-        exploreCommand
-            ->add_flag("--window", explore.window,
-                       "One cell in an explorer window, until it is closed")
-            ->excludes(exploreJson)
-            ->excludes(all);
+    auto* window = exploreCommand
+                       ->add_flag("--window", explore.window,
+                                  "One cell in an explorer window, until it is closed")
+                       ->excludes(exploreJson)
+                       ->excludes(all);
     exploreCommand
         ->add_option("--record", explore.record,
                      "Records what happens in the window of a scripted document, for replay")
@@ -70,24 +98,6 @@ int Run(int argc, char** argv) {
         ->needs(all)
         ->check(CLI::Range(1, 86'400))
         ->option_text("SECONDS");
-
-    OpenOptions open;
-    auto* openCommand = app.add_subcommand(
-        "open", "Start LibreOffice Calc, with your own profile, and the add-in in it");
-    openCommand
-        ->add_option("books", open.books,
-                     "Workbooks to open, yours and not copies; none for a new spreadsheet")
-        ->option_text("[BOOK...]");
-    openCommand->footer(
-        "A Calc that runs with the add-in opens the workbooks. Ctrl+Q explores the selected cell.");
-
-    std::string recording;
-    auto* replayCommand = app.add_subcommand(
-        "replay", "Run a recorded session again and say where it differs");
-    replayCommand->add_option("recording", recording, "What explore --window --record has written")
-        ->required()
-        ->option_text("FILE");
-    replayCommand->footer("Exit codes: 0 all is the same, 1 it differs, 2 no whole recording.");
 
     ParseOptions parse;
     std::optional<bool> parseFunctions;
@@ -101,13 +111,27 @@ int Run(int argc, char** argv) {
     parseCommand->footer(
         "A line that begins with a double quote is a JSON string, for formulas with line feeds.");
 
+    std::string recording;
+    auto* replayCommand =
+        app.add_subcommand("replay", "Run a recorded session again and say where it differs");
+    replayCommand->add_option("FILE", recording, "What explore --window --record has written")
+        ->required()
+        ->option_text(" ");
+    replayCommand->footer("Exit codes: 0 all is the same, 1 it differs, 2 no whole recording.");
+
+    RequireCommand(app, argc, argv);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& asked) {
         return app.exit(asked);  // --help, --version
     } catch (const CLI::ParseError& error) {
-        throw CommandError(kUsage, std::string(error.what()) + "; see korvane --help");
+        const auto commands = app.get_subcommands();
+        const std::string command = commands.empty() ? "" : commands.front()->get_name() + " ";
+        throw CommandError(kUsage,
+                           std::string(error.what()) + "; see korvane " + command + "--help");
     }
+    explore.arguments = std::move(cells);
+    if (!book.empty()) explore.arguments.insert(explore.arguments.begin(), book);
     if (exploreCommand->parsed()) return RunExplore(explore);
     if (replayCommand->parsed()) return RunReplay(recording);
     if (openCommand->parsed()) RunOpen(open);

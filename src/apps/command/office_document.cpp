@@ -115,8 +115,9 @@ std::string OfficeDocument::Ask(const std::string& request,
     const Json& error = json.at("error");
     const int code = error.value("code", int{kHostLost});
     const bool known = code == kNotFound || code == kExplorationFailed;
+    const std::string message = error.value("message", std::string());
     throw CommandError(known ? static_cast<ExitCode>(code) : kHostLost,
-                       path_ + ": " + error.value("message", std::string()));
+                       path_ + (message.starts_with("is ") ? " " : ": ") + message);
 }
 
 }  // namespace korvane::command

@@ -170,6 +170,10 @@ std::vector<std::string> PrepareOffice(const PrivateFolder& folder, const fs::pa
     folder.Write("profile/user/extensions/buildid", StartupValue(program / "versionrc", "buildid"));
     std::error_code failed;
     fs::create_directories(folder.path() / "tmp", failed);
+    // What is installed for all users would first be taken into the new profile:
+    // that costs time, and the office then ends, to be started again, at a moment
+    // of its own choosing.
+    const std::string noExtensions = FileUrl(folder.path() / "no-extensions");
 
     return {(program / "soffice.bin").string(),
             "--headless",
@@ -181,7 +185,9 @@ std::vector<std::string> PrepareOffice(const PrivateFolder& folder, const fs::pa
             "-env:UserInstallation=" + FileUrl(folder.path() / "profile"),
             "-env:URE_MORE_SERVICES=" + FileUrl(folder.path() / "korvane.components") + " <" +
                 FileUrl(program / "services") + ">*",
-            "-env:CONFIGURATION_LAYERS=" + ConfigurationLayers(program, folder)};
+            "-env:CONFIGURATION_LAYERS=" + ConfigurationLayers(program, folder),
+            "-env:BUNDLED_EXTENSIONS=" + noExtensions,
+            "-env:UNO_SHARED_PACKAGES_CACHE=" + noExtensions};
 }
 
 std::vector<std::string> OfficeEnvironment(const PrivateFolder& folder) {

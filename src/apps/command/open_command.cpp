@@ -108,10 +108,13 @@ bool IsRunning(const fs::path& program, const fs::path& profile) {
         if (std::chrono::steady_clock::now() > until) break;
         std::this_thread::sleep_for(100ms);
     }
+    // Installed: it was not yet when that office started, or is switched off.
     throw CommandError(kHostLost,
-                       "LibreOffice is already running without Korvane Explorer. Close all its "
-                       "windows and try again, or install the extension: it is there whenever Calc "
-                       "starts.");
+                       std::string("LibreOffice is already running without Korvane Explorer. Close "
+                                   "all its windows and try again") +
+                           (HasExtension(program, profile)
+                                ? ": the add-in is installed and comes with the next start."
+                                : ", or install the extension: it is there whenever Calc starts."));
 }
 
 }  // namespace

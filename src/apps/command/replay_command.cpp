@@ -120,7 +120,10 @@ int RunReplay(const std::string& path) {
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     auto recorded = file || file.eof() ? ReadSession(bytes) : std::nullopt;
     if (!recorded) {
-        std::fprintf(stderr, "korvane: %s is not a whole recording\n", OneLine(path).c_str());
+        std::fprintf(stderr,
+                     file.is_open() ? "korvane: %s is not a whole recording\n"
+                                    : "korvane: there is no such file, or it cannot be read: %s\n",
+                     OneLine(path).c_str());
         return kUnreadable;
     }
     try {

@@ -1,5 +1,6 @@
 #include "apps/command/window_command.h"
 
+#include <cstdlib>
 #include <fstream>
 
 #include "apps/command/open_workbook.h"
@@ -20,6 +21,21 @@ void MakeWindowless(scripted::ScriptedHost& host, const posix::Folders& folders)
     host.hwnd = 0;
     host.thisWorkbookName = u"korvane";
     host.thisWorkbookPath = posix::PosixFiles(folders).StateFolder();
+}
+
+bool IsSet(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+}
+
+// The widgets' own complaint is long and ends the process that draws. Who chooses
+// another program, or where that one draws, knows best.
+void RequireDesktop() {
+    for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KORVANE_VIEW"})
+        if (IsSet(name)) return;
+    throw CommandError(kHostLost,
+                       "there is no desktop to show the window on: neither DISPLAY nor "
+                       "WAYLAND_DISPLAY is set");
 }
 
 void ShowScript(const ExploreOptions& options) {
@@ -58,6 +74,7 @@ ExitCode RunWindow(const ExploreOptions& options) {
     if (options.record && (!options.script || *options.script == "-")) {
         throw CommandError(kUsage, "--record needs a scripted document: --script FILE");
     }
+    RequireDesktop();
     if (options.script) {
         ShowScript(options);
     } else {

@@ -6,9 +6,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 #include "apps/command/office_document.h"
 #include "apps/command/signal_watch.h"
@@ -85,6 +87,33 @@ TEST(OfficeDocument, TheFileAndItsFolderStayAsTheyAre) {
     EXPECT_EQ(before.st_ino, after.st_ino);
     std::ifstream in(path);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), SmallWorkbook());
+}
+
+// A new profile takes in what is installed for all users, and the office that has
+// done so ends a moment later, to be started again.
+TEST(OfficeDocument, ExtensionsOfAllUsersDoNotEndTheOffice) {
+    TestFolder folder;
+    const auto extension = folder.path() / "extensions/one";
+    std::filesystem::create_directories(extension / "META-INF");
+    folder.Write("extensions/one/description.xml",
+                 "<description xmlns=\"http://openoffice.org/extensions/description/2006\">"
+                 "<identifier value=\"org.korvane.test.one\"/><version value=\"1\"/>"
+                 "</description>");
+    folder.Write("extensions/one/one.xcu",
+                 "<oor:component-data xmlns:oor=\"http://openoffice.org/2001/registry\" "
+                 "oor:name=\"Jobs\" oor:package=\"org.openoffice.Office\"/>");
+    folder.Write("extensions/one/META-INF/manifest.xml",
+                 "<manifest:manifest xmlns:manifest=\"http://openoffice.org/2001/manifest\">"
+                 "<manifest:file-entry manifest:full-path=\"one.xcu\" manifest:media-type="
+                 "\"application/vnd.sun.star.configuration-data\"/></manifest:manifest>");
+    setenv("BUNDLED_EXTENSIONS", ("file://" + extension.parent_path().string()).c_str(), 1);
+    {
+        OfficeDocument document(folder.Write("small.fods", SmallWorkbook()));
+        std::this_thread::sleep_for(std::chrono::seconds(2));
+        EXPECT_TRUE(document.Explore(u"Data!C1", true, false).ok);
+    }
+    unsetenv("BUNDLED_EXTENSIONS");
+    EXPECT_TRUE(folder.IsClean());
 }
 
 TEST(OfficeDocument, RefusesWhatIsNoFileWithoutStartingAnOffice) {

@@ -65,10 +65,14 @@ bool IsAnswering(const Reference<css::uno::XComponentContext>& context) {
     const Reference<css::awt::XExtendedToolkit> toolkit(css::awt::Toolkit::create(context),
                                                         UNO_QUERY);
     if (!toolkit.is()) return false;
+// Marked as deprecated, and nothing takes its place.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
     const sal_Int32 count = toolkit->getTopWindowCount();
     for (sal_Int32 k = 0; k < count; ++k) {
         if (IsModal(toolkit->getTopWindow(k))) return true;
     }
+#pragma GCC diagnostic pop
     return false;
 }
 
