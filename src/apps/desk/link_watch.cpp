@@ -40,7 +40,8 @@ struct LinkWatch::Shared {
     int descriptor = -1;
     short events = 0;
     std::optional<view_link::Clock::time_point> deadline;
-    bool isWatching = false;  // no turn is on its way
+    bool isWatching = false;
+    bool isComing = false;  // a turn is on its way
     bool ends = false;
 };
 
@@ -57,7 +58,9 @@ LinkWatch::LinkWatch(calc::MainThread thread, view_link::ViewLink& link)
         }
         Turn();
     };
-    link_.onQueued = [this] { shared_->Wake(); };
+    // The link may be another than the one that is waited for: a view that was only
+    // just started.
+    link_.onQueued = [this] { TurnSoon(); };
     waiter_ = std::thread(Watch, shared_);
 }
 
@@ -81,8 +84,18 @@ void LinkWatch::Update() {
         shared_->deadline.reset();
         if (timeout) shared_->deadline = view_link::Clock::now() + *timeout;
         shared_->isWatching = true;
+        shared_->isComing = false;
     }
     shared_->Wake();
+}
+
+void LinkWatch::TurnSoon() {
+    {
+        const std::lock_guard lock(shared_->mutex);
+        if (std::exchange(shared_->isComing, true)) return;
+        shared_->isWatching = false;
+    }
+    thread_.Post(shared_->turn);
 }
 
 void LinkWatch::Turn() {
@@ -118,6 +131,7 @@ void LinkWatch::Watch(const std::shared_ptr<Shared>& shared) {
         const bool isDue = shared->deadline && view_link::Clock::now() >= *shared->deadline;
         if (!shared->isWatching || (!isReady && !isDue)) continue;
         shared->isWatching = false;
+        shared->isComing = true;
         shared->thread->Post(shared->turn);
     }
 }

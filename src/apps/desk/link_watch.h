@@ -37,6 +37,7 @@ private:
     struct Shared;
 
     void Turn();
+    void TurnSoon();
     static void Watch(const std::shared_ptr<Shared>& shared);
 
     calc::MainThread thread_;
