@@ -42,6 +42,7 @@ void CElement::InitRoot(CElementOptions& clsOptions) {
         clsOptions.ClearCalc();
         clsOptions.bMaybeImprecise = false;
         clsOptions.bContainsIndirect = false;
+        const auto evaluations = clsOptions.application().BeginEvaluations();
         Parse();
         clsOptions.RestoreCalc();
     }

@@ -12,6 +12,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "base/value.h"
@@ -67,6 +68,10 @@ public:
     // expression that fails or that the host cannot read. Raises only when the
     // host itself fails. Needed for the value and the cells of every part.
     virtual korvane::Value Evaluate(const std::u16string& expression) = 0;
+    // Says that many evaluations follow, one upon the other, for as long as the
+    // answer is held: a host can prepare for all of them at once. Null when there
+    // is nothing to prepare; never raises.
+    virtual std::shared_ptr<void> BeginEvaluations() { return nullptr; }
 
     // The selected object (a Range when cells are selected); null when nothing
     // is open. Callers ask only for its TypeName and for a Range.

@@ -12,7 +12,10 @@
 #include "bindings/calc/dates.h"
 #include "bindings/calc/evaluator.h"
 #include "bindings/calc/formula_text.h"
+#include "bindings/calc/host_version.h"
 #include "bindings/calc/kept_cell.h"
+#include "bindings/calc/leave_as_found.h"
+#include "bindings/calc/silence.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -45,7 +48,7 @@ CalcApplication::~CalcApplication() {
 }
 
 std::u16string CalcApplication::Version() {
-    return Translated([&] { return OfficeVersion(document_->context()); });
+    return Translated([&] { return HostVersion(OfficeVersion(document_->context())); });
 }
 
 std::u16string CalcApplication::Caption() {
@@ -72,7 +75,10 @@ bool CalcApplication::ScreenUpdating() { return screenUpdating_; }
 
 void CalcApplication::SetScreenUpdating(bool update) {
     if (update == screenUpdating_) return;
-    Ask(document_, [&] { document_->LockViews(!update); });
+    Ask(document_, [&] {
+        if (update) PutBackFormula(*document_);
+        document_->LockViews(!update);
+    });
     screenUpdating_ = update;
 }
 
@@ -94,6 +100,8 @@ korvane::Value CalcApplication::Evaluate(const std::u16string& expression) {
             ObjectPtr(CalcRange::Make(document_, result.place->sheet, result.place->area)));
     });
 }
+
+std::shared_ptr<void> CalcApplication::BeginEvaluations() { return SilenceOf(document_); }
 
 ObjectPtr CalcApplication::Selection() {
     return Ask(document_, [&]() -> ObjectPtr {
@@ -160,7 +168,7 @@ host::RangePtr CalcApplication::FindCell(const std::u16string& text) {
         CalcNames ofSheet(document_, document_->Sheet(sheet));
         host::NamePtr name = ofSheet.Item(parts->rest);
         if (!name) name = CalcNames(document_).Item(parts->rest);
-        if (!name) fail(u"there is no cell and no name \"" + parts->rest + u"\"");
+        if (!name) fail(u"there is no cell and no name \"" + parts->rest + u"\"; write Sheet!B7");
         document_->SetActiveCell(CellAddress(static_cast<sal_Int16>(sheet), 0, 0));
         const auto place = evaluator_->Evaluate(name->RefersTo()).place;
         if (!place) fail(u"the name \"" + parts->rest + u"\" does not stand for cells");

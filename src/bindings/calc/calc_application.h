@@ -39,6 +39,7 @@ public:
     int Calculation() override;
     void SetCalculation(int mode) override;
     korvane::Value Evaluate(const std::u16string& expression) override;
+    std::shared_ptr<void> BeginEvaluations() override;
     ObjectPtr Selection() override;
     host::RangePtr ActiveCell() override;
     host::CommandBarsPtr CommandBars() override;

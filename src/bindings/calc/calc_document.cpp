@@ -4,6 +4,7 @@
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XEventListener.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -137,6 +138,10 @@ std::u16string CalcDocument::FolderPath() const {
     return slash == std::u16string::npos ? std::u16string() : path.substr(0, slash);
 }
 
+bool CalcDocument::IsReadOnly() const {
+    return Reference<css::frame::XStorable>(model(), UNO_QUERY_THROW)->isReadonly();
+}
+
 int CalcDocument::SheetCount() const {
     return Reference<css::container::XIndexAccess>(sheets_, UNO_QUERY_THROW)->getCount();
 }
@@ -214,6 +219,14 @@ CellAddress CalcDocument::ActiveCell() const {
 Area CalcDocument::Selection() const {
     const CellAddress cell = ActiveCell();
     if (selected_) return *selected_;
+    // A cell of a hidden sheet can be the active one, and is not what the view has.
+    const auto shown = following_ ? SelectionOfView(controller()) : std::nullopt;
+    if (shown && shown->Sheet == cell.Sheet && shown->StartRow <= cell.Row &&
+        cell.Row <= shown->EndRow && shown->StartColumn <= cell.Column &&
+        cell.Column <= shown->EndColumn) {
+        return {shown->StartRow + 1, shown->StartColumn + 1, shown->EndRow + 1,
+                shown->EndColumn + 1};
+    }
     return {cell.Row + 1, cell.Column + 1, cell.Row + 1, cell.Column + 1};
 }
 

@@ -27,6 +27,7 @@ namespace korvane::calc {
 class ChangeJournal;
 class FormulaText;
 class KeptCell;
+class SilentDocument;
 class TintLedger;
 
 // A cell by numbers: 0-based, as the office counts.
@@ -79,6 +80,8 @@ public:
     std::u16string FileName() const;
     std::u16string FolderPath() const;
 
+    // Its user cannot change it.
+    bool IsReadOnly() const;
     int SheetCount() const;
     SheetRef Sheet(int index) const;
     std::u16string SheetName(int index) const;
@@ -93,6 +96,8 @@ public:
     double DateOffset() const { return dateOffset_; }
 
     FormulaText& formulas() const { return *formulas_; }
+    // What its silences share while there are any (silence.h).
+    std::weak_ptr<SilentDocument>& silent() const { return silent_; }
     // The cell whose formula was read last, as it was then.
     KeptCell& kept() const { return *kept_; }
     // The fills that cells have been given.
@@ -104,7 +109,8 @@ public:
     void SetActiveCell(const CellAddress& cell);
     CellAddress ActiveCell() const;
     // Selects cells of the active cell's sheet: the next active cell takes them
-    // off. Without any the active cell alone is selected.
+    // off. Without any it is what the user selected in the view, or the active cell
+    // alone.
     void SetSelection(const Area& cells) { selected_ = cells; }
     Area Selection() const;
 
@@ -140,6 +146,7 @@ private:
     std::unique_ptr<FormulaText> formulas_;
     std::unique_ptr<KeptCell> kept_;
     std::unique_ptr<TintLedger> tints_;
+    mutable std::weak_ptr<SilentDocument> silent_;
     mutable std::map<sal_Int32, NumberKind> kinds_;
 };
 

@@ -2,7 +2,6 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
-#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
@@ -12,6 +11,7 @@
 #include <com/sun/star/util/XProtectable.hpp>
 
 #include "base/number.h"
+#include "bindings/calc/automatic_calculation.h"
 #include "bindings/calc/calc_range.h"
 #include "bindings/calc/cell_values.h"
 #include "bindings/calc/errors.h"
@@ -41,30 +41,6 @@ CellRangeRef ArrayBlock(const CalcDocument& document, int sheet, const CellRange
     cursor->collapseToCurrentArray();
     return CellRangeRef(cursor, UNO_QUERY_THROW);
 }
-
-// In manual mode a formula that is written stays 0. For the time of a write the
-// document calculates by itself; what was up to date before stays as it is.
-class AutomaticCalculation {
-public:
-    explicit AutomaticCalculation(const CalcDocument& document)
-        : mode_(document.model(), UNO_QUERY_THROW),
-          wasManual_(!mode_->isAutomaticCalculationEnabled()) {
-        if (wasManual_) mode_->enableAutomaticCalculation(true);
-    }
-    ~AutomaticCalculation() {
-        try {
-            if (wasManual_) mode_->enableAutomaticCalculation(false);
-        } catch (const css::uno::Exception&) {
-            // The document is gone.
-        }
-    }
-    AutomaticCalculation(const AutomaticCalculation&) = delete;
-    AutomaticCalculation& operator=(const AutomaticCalculation&) = delete;
-
-private:
-    Reference<css::sheet::XCalculatable> mode_;
-    bool wasManual_;
-};
 
 }  // namespace
 

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "bindings/calc/cell_values.h"
 #include "bindings/calc/errors.h"
+#include "bindings/calc/fill_state.h"
 #include "bindings/calc/r1c1.h"
 #include "bindings/calc/table_references.h"
 #include "bindings/calc/uno_text.h"
@@ -31,6 +32,13 @@ Tokens Part(const Tokens& tokens, sal_Int32 first, sal_Int32 last) {
     return Tokens(tokens.begin() + first, last - first);
 }
 
+// As many cells of a sheet as there are, from the first one on.
+Area AreaFrom(const Area& first, double rows, double columns) {
+    return {first.top, first.left,
+            std::min(first.top + static_cast<std::int32_t>(rows) - 1, kSheetRows),
+            std::min(first.left + static_cast<std::int32_t>(columns) - 1, kSheetColumns)};
+}
+
 }  // namespace
 
 Evaluator::Evaluator(CalcDocument& document)
@@ -41,15 +49,16 @@ Evaluator::Evaluator(CalcDocument& document)
       shape_(document.formulas().codes()) {
     // Only about the cells, never their values: those of a reference to whole
     // columns would be read one by one.
-    referenceFrames_ = {Frame(u"IFERROR(CELL(\"SHEET\",korvane_hole),0)"),
+    addressFrame_ = Frame(u"IFERROR(CELL(\"ADDRESS\",korvane_hole),0)");
+    firstCellFrames_ = {Frame(u"IFERROR(CELL(\"SHEET\",korvane_hole),0)"),
                         Frame(u"IFERROR(CELL(\"ROW\",korvane_hole),0)"),
-                        Frame(u"IFERROR(CELL(\"COL\",korvane_hole),0)"),
-                        Frame(u"IFERROR(ROWS(korvane_hole),1)"),
-                        Frame(u"IFERROR(COLUMNS(korvane_hole),1)")};
+                        Frame(u"IFERROR(CELL(\"COL\",korvane_hole),0)")};
+    sizeFrames_ = {Frame(u"IFERROR(ROWS(korvane_hole),1)"),
+                   Frame(u"IFERROR(COLUMNS(korvane_hole),1)")};
     sheetsFrame_ = Frame(u"IFERROR(SHEETS(korvane_hole),1)");
-    sizeFrames_ = {referenceFrames_[3], referenceFrames_[4]};
     chooseFive_ = Frame(
         u"CHOOSE({1,2,3,4,5},korvane_hole,korvane_hole,korvane_hole,korvane_hole,korvane_hole)");
+    chooseThree_ = Frame(u"CHOOSE({1,2,3},korvane_hole,korvane_hole,korvane_hole)");
     chooseTwo_ = Frame(u"CHOOSE({1,2},korvane_hole,korvane_hole)");
 }
 
@@ -84,21 +93,22 @@ Evaluator::Result Evaluator::Evaluate(const std::u16string& expression) {
           ErrorCode::kNum, ErrorCode::kNA}) {
         if (EqualIgnoringCase(name, ErrorName(code))) return {std::nullopt, Value(code)};
     }
-    const CellAddress active = document_.ActiveCell();
-    const ExpandedNames expanded = names_.Expand(WithoutTableReferences(document_, expression));
+    active_ = document_.ActiveCell();
+    const ExpandedNames expanded =
+        names_.Expand(WithoutTableReferences(document_, expression), active_);
     if (expanded.outside) return {std::nullopt, Value(ErrorCode::kRef)};
     Tokens tokens;
-    switch (document_.formulas().Read(expanded.text, active, tokens)) {
+    switch (document_.formulas().Read(expanded.text, active_, tokens)) {
         case FormulaText::Reading::kMalformed: return {std::nullopt, Value(ErrorCode::kValue)};
         case FormulaText::Reading::kOutside: return {std::nullopt, Value(ErrorCode::kRef)};
         case FormulaText::Reading::kReady: break;
     }
-    if (const auto place = shape_.PlainReference(tokens, active)) return {place, Value()};
+    if (const auto place = shape_.PlainReference(tokens, active_)) return {place, Value()};
     if (auto constant = shape_.PlainConstant(tokens)) return {std::nullopt, *std::move(constant)};
-    tokens = shape_.Settled(tokens, active);
+    tokens = shape_.Settled(tokens, active_);
     std::vector<Block> taken;
     for (const Token& token : tokens) {
-        if (const auto block = BlockOf(token, active)) taken.push_back(*block);
+        if (const auto block = BlockOf(token, active_)) taken.push_back(*block);
     }
     for (int move = 0;; ++move) {
         Scratch scratch(document_, FreePlace(tokens, taken));
@@ -109,20 +119,27 @@ Evaluator::Result Evaluator::Evaluate(const std::u16string& expression) {
 }
 
 // A text without a sheet means, to INDIRECT, the sheet that the formula stands on.
-// Everything else has been settled and can be evaluated on any sheet.
+// Everything else has been settled and can be evaluated on any sheet; one that is
+// protected takes little, and not without passing through the undo list.
+std::vector<int> Evaluator::SheetsFor(const Tokens& tokens) const {
+    std::vector<int> sheets{active_.Sheet};
+    if (!shape_.IndirectCalls(tokens).empty()) return sheets;
+    for (int sheet = 0; sheet < document_.SheetCount(); ++sheet) {
+        if (sheet != active_.Sheet) sheets.push_back(sheet);
+    }
+    const auto isFree = [this](int sheet) { return !IsProtected(document_, sheet); };
+    if (!isFree(active_.Sheet)) std::stable_partition(sheets.begin(), sheets.end(), isFree);
+    return sheets;
+}
+
 CellAddress Evaluator::FreePlace(const Tokens& tokens, const std::vector<Block>& taken) {
-    const int active = document_.ActiveCell().Sheet;
-    if (const auto place = free_.Find(active, taken)) return *place;
-    const bool isBound = !shape_.IndirectCalls(tokens).empty();
-    const int sheets = isBound ? 0 : document_.SheetCount();
-    for (int sheet = 0; sheet < sheets; ++sheet) {
-        const auto place = free_.Find(sheet, taken);
-        if (place) return *place;
+    const auto sheets = SheetsFor(tokens);
+    for (const int sheet : sheets) {
+        if (const auto place = free_.Find(sheet, taken)) return *place;
     }
     // Formulas refer to every cell: they will be calculated with what is written
     // here, and again behind it. A text that itself means all cells counts its own.
-    if (const auto place = free_.FindEmpty(active)) return *place;
-    for (int sheet = 0; sheet < sheets; ++sheet) {
+    for (const int sheet : sheets) {
         if (const auto place = free_.FindEmpty(sheet)) return *place;
     }
     Fail(u"There are no empty cells to evaluate in");
@@ -188,14 +205,13 @@ std::optional<std::u16string> Evaluator::FixedText(const Tokens& tokens,
     }
     const Value said = value(text);
     if (!said.Text()) return std::nullopt;
-    const CellAddress active = document_.ActiveCell();
-    return WithoutRelative(*said.Text(), active.Row + 1, active.Column + 1);
+    return WithoutRelative(*said.Text(), active_.Row + 1, active_.Column + 1);
 }
 
 Evaluator::Result Evaluator::EvaluateTokens(const Tokens& tokens, Scratch& scratch) const {
     if (!shape_.IsNeverReference(tokens)) {
         // Calc counts the sheets as if they were rows and columns.
-        if (HasSeveralSheets(tokens, document_.ActiveCell()) &&
+        if (HasSeveralSheets(tokens, active_) &&
             AskForNumber(Insert(sheetsFrame_, {tokens}), scratch) > 1) {
             return {std::nullopt, Value(ErrorCode::kValue)};
         }
@@ -215,19 +231,40 @@ Evaluator::Result Evaluator::EvaluateTokens(const Tokens& tokens, Scratch& scrat
 }
 
 std::optional<Place> Evaluator::AskForReference(const Tokens& tokens, Scratch& scratch) const {
+    if (!scratch.isProtected()) {
+        const auto answer = AskForAddress(tokens, scratch);
+        if (!answer.isReference || answer.place) return answer.place;
+    }
     std::vector<Tokens> asked;
-    for (const auto& frame : referenceFrames_) asked.push_back(Insert(frame, {tokens}));
+    for (const auto& frame : firstCellFrames_) asked.push_back(Insert(frame, {tokens}));
+    for (const auto& frame : sizeFrames_) asked.push_back(Insert(frame, {tokens}));
     const auto answer = AskForNumbers(asked, chooseFive_, scratch);
     if (answer[0] < 1 || answer[1] < 1 || answer[2] < 1) return std::nullopt;
-    Place place;
-    place.sheet = static_cast<int>(answer[0]) - 1;
-    place.area.top = static_cast<std::int32_t>(answer[1]);
-    place.area.left = static_cast<std::int32_t>(answer[2]);
-    place.area.bottom =
-        std::min(place.area.top + static_cast<std::int32_t>(answer[3]) - 1, kSheetRows);
-    place.area.right =
-        std::min(place.area.left + static_cast<std::int32_t>(answer[4]) - 1, kSheetColumns);
-    return place;
+    const Area first = {static_cast<std::int32_t>(answer[1]), static_cast<std::int32_t>(answer[2])};
+    return Place{static_cast<int>(answer[0]) - 1, AreaFrom(first, answer[3], answer[4])};
+}
+
+// Each question costs an evaluation of the tokens. So the first cell is asked for
+// by one text; only where this names a sheet, or is written otherwise than A1, the
+// numbers have to be asked for.
+Evaluator::Addressed Evaluator::AskForAddress(const Tokens& tokens, Scratch& scratch) const {
+    const Scratch::Content content(
+        scratch,
+        Insert(chooseThree_, {Insert(addressFrame_, {tokens}), Insert(sizeFrames_[0], {tokens}),
+                              Insert(sizeFrames_[1], {tokens})}),
+        1, 3);
+    const auto rows =
+        Reference<css::sheet::XCellRangeData>(content.cells(), UNO_QUERY_THROW)->getDataArray();
+    rtl::OUString text;
+    double height = 1;
+    double width = 1;
+    if (!(rows[0][0] >>= text)) return {};
+    rows[0][1] >>= height;
+    rows[0][2] >>= width;
+    const std::u16string address = ToText(text);
+    const auto first = address.starts_with(u'$') ? ParseArea(address) : std::nullopt;
+    if (!first || !first->IsCell()) return {true, std::nullopt};
+    return {true, Place{scratch.at().Sheet, AreaFrom(*first, height, width)}};
 }
 
 std::vector<double> Evaluator::AskForNumbers(const std::vector<Tokens>& expressions,

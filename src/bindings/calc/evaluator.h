@@ -31,6 +31,8 @@ private:
     Result EvaluateTokens(const Tokens& tokens, Scratch& scratch) const;
     // Cells that the tokens can be evaluated in, outside of the taken ones.
     CellAddress FreePlace(const Tokens& tokens, const std::vector<Block>& taken);
+    // The sheets where the tokens mean the same, the best ones first.
+    std::vector<int> SheetsFor(const Tokens& tokens) const;
     // Adds the references that the tokens will compute and that lead to the
     // scratch cells; false when there are none.
     bool AddComputed(const Tokens& tokens, Scratch& scratch, std::vector<Block>& taken) const;
@@ -40,6 +42,12 @@ private:
     std::optional<std::u16string> FixedText(const Tokens& tokens, const TokenShape::Call& indirect,
                                             Scratch& scratch) const;
     std::optional<Place> AskForReference(const Tokens& tokens, Scratch& scratch) const;
+    struct Addressed {
+        bool isReference = false;
+        std::optional<Place> place;  // nothing when the address alone does not tell
+    };
+    // On a sheet that is not protected.
+    Addressed AskForAddress(const Tokens& tokens, Scratch& scratch) const;
     Value AskForValue(const Tokens& tokens, Scratch& scratch) const;
     Value AskForArray(const Tokens& tokens, int rows, int columns, Scratch& scratch) const;
     // One value by plain formulas: the element of the array that `tokens` give.
@@ -52,14 +60,17 @@ private:
     Tokens Insert(const Tokens& frame, const std::vector<Tokens>& parts) const;
 
     CalcDocument& document_;
+    CellAddress active_;  // that of the evaluation that runs
     DocumentChanges changes_;
     FreeCells free_;
     NameExpansion names_;
     TokenShape shape_;
-    std::array<Tokens, 5> referenceFrames_;
+    Tokens addressFrame_;
+    std::array<Tokens, 3> firstCellFrames_;
     std::array<Tokens, 2> sizeFrames_;
     Tokens sheetsFrame_;
     Tokens chooseFive_;
+    Tokens chooseThree_;
     Tokens chooseTwo_;
 };
 

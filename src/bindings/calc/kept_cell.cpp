@@ -2,7 +2,10 @@
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/sheet/ComplexReference.hpp>
 #include <com/sun/star/sheet/NameToken.hpp>
+#include <com/sun/star/sheet/ReferenceFlags.hpp>
+#include <com/sun/star/sheet/SingleReference.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
@@ -38,6 +41,19 @@ bool GoesBackAsText(const Tokens& tokens, const OpCodes& codes) {
         }
     }
     return false;
+}
+
+// A reference whose row or column alone was deleted ("B#REF!"): Calc cannot read it
+// again, neither as tokens nor as a text.
+bool IsHalfDeleted(const css::uno::Any& data) {
+    using namespace css::sheet::ReferenceFlags;
+    const auto isHalf = [](const css::sheet::SingleReference& reference) {
+        return ((reference.Flags & COLUMN_DELETED) != 0) != ((reference.Flags & ROW_DELETED) != 0);
+    };
+    css::sheet::SingleReference single;
+    css::sheet::ComplexReference both;
+    if (data >>= single) return isHalf(single);
+    return (data >>= both) && (isHalf(both.Reference1) || isHalf(both.Reference2));
 }
 
 const rtl::OUString& NumberFormat() {
@@ -88,8 +104,16 @@ bool KeptCell::HoldsCell(const CellAddress& at) const {
     return content_ && IsSame(content_->at, at);
 }
 
+std::optional<CellAddress> KeptCell::ChangedCell() const {
+    return content_ && changed_ ? std::optional(content_->at) : std::nullopt;
+}
+
 bool KeptCell::CanBePutBack(const OpCodes& codes) const {
-    if (!content_ || content_->error != 0) return true;
+    if (!content_) return true;
+    for (const auto& token : content_->tokens) {
+        if (IsHalfDeleted(token.Data)) return false;
+    }
+    if (content_->error != 0) return true;
     for (const auto& token : content_->tokens) {
         // A word that is no text constant is one that Calc did not understand.
         const bool isWord = token.Data.getValueTypeClass() == css::uno::TypeClass_STRING;

@@ -26,6 +26,8 @@ public:
     // Whether `shown` is what was read from the cell.
     bool Holds(const CellAddress& at, const std::u16string& shown) const;
     bool HoldsCell(const CellAddress& at) const;
+    // The cell in which something else stands than what is remembered.
+    std::optional<CellAddress> ChangedCell() const;
     // Whether the office can calculate the remembered formula again. A file may
     // hold the value of a formula that Calc does not understand: written once,
     // such a value would be lost.

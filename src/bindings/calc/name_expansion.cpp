@@ -71,8 +71,8 @@ NameExpansion::NameExpansion(const CalcDocument& document, const DocumentChanges
     }
 }
 
-ExpandedNames NameExpansion::Expand(const std::u16string& text) {
-    ForgetOthers();
+ExpandedNames NameExpansion::Expand(const std::u16string& text, const CellAddress& active) {
+    ForgetOthers(active);
     const auto pieces = CutFormula(text);
     ExpandedNames out;
     for (std::size_t k = 0; k < pieces.size(); ++k) {
@@ -95,8 +95,7 @@ ExpandedNames NameExpansion::Expand(const std::u16string& text) {
     return out;
 }
 
-void NameExpansion::ForgetOthers() {
-    const CellAddress active = document_.ActiveCell();
+void NameExpansion::ForgetOthers(const CellAddress& active) {
     if (knownWhen_ == changes_.count() && IsSame(knownAt_, active)) return;
     known_.clear();
     knownAt_ = active;
@@ -116,7 +115,7 @@ NameExpansion::Known NameExpansion::Look(const std::u16string& name) {
     const std::u16string content =
         document_.formulas().Print(tokens, knownAt_, ToText(range->getContent()));
     ++depth_;
-    ExpandedNames inner = Expand(content);
+    ExpandedNames inner = Expand(content, knownAt_);
     --depth_;
     Known known;
     known.outside = inner.outside || Fetches(tokens, document_.formulas().codes());

@@ -25,7 +25,7 @@ public:
     // Both must outlive it.
     NameExpansion(const CalcDocument& document, const DocumentChanges& changes);
 
-    ExpandedNames Expand(const std::u16string& text);
+    ExpandedNames Expand(const std::u16string& text, const CellAddress& active);
 
 private:
     // A name of the active cell's sheet or of the document.
@@ -33,7 +33,7 @@ private:
         std::optional<std::u16string> replacement;  // nothing: it stays as it is
         bool outside = false;
     };
-    void ForgetOthers();
+    void ForgetOthers(const CellAddress& active);
     Known Look(const std::u16string& name);
 
     const CalcDocument& document_;

@@ -40,6 +40,11 @@ bool AreAt(const CellRangeRef& cells, const CellBlock& block) {
     return same;
 }
 
+bool AreAll(const CellRangeRef& cells, const Fill& fill) {
+    const Fills fills = FillsOf(cells);
+    return fills.AreOne() && fills.parts.front().fill == fill;
+}
+
 }  // namespace
 
 TintLedger::~TintLedger() {
@@ -129,8 +134,11 @@ bool TintLedger::EndTint(const CellRangeRef& cells, int index, bool isTint) {
     const CellBlock block = BlockOf(cells);
     for (auto tint = tints_.rbegin(); tint != tints_.rend(); ++tint) {
         if (!AreAt(tint->cells, block)) continue;
-        if (!IsMeant(tint->before, index)) return false;
-        if (isTint && FillFor(tint->before) == tint->written) return false;
+        // Where the user has filled the cells meanwhile, the tint's own colour is either
+        // a further tint or what such a one had found.
+        const bool isOver = FillFor(index) == tint->written && !AreAll(cells, tint->written);
+        if (isOver && isTint) return false;
+        if (!IsMeant(tint->before, index)) return isOver;
         if (offs_ == 0) Restore(*tint);
         Forget(*tint);
         KeepPast(*tint);

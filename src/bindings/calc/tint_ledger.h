@@ -83,8 +83,8 @@ private:
         bool isInUndo = false;  // a step of the user's was made over it
     };
     int Keep(const Fills& fills);
-    // Ends the tint that `index` is to be written over, when there is one. With
-    // `isTint` not one that looks like what was before it: it is another such one.
+    // Ends the tint that `index` is to be written over, when there is one; with
+    // `isTint`, a further one is to be put on.
     bool EndTint(const CellRangeRef& cells, int index, bool isTint);
     // The same for one that was dropped.
     bool EndDropped(const CellBlock& block, int index);

@@ -56,6 +56,15 @@ std::optional<css::table::CellAddress> ActiveCellOfView(
     return css::table::CellAddress(static_cast<sal_Int16>(*sheet), *column, *row);
 }
 
+std::optional<css::table::CellRangeAddress> SelectionOfView(
+    const Reference<css::frame::XController>& controller) {
+    const Reference<css::view::XSelectionSupplier> supplier(controller, UNO_QUERY);
+    if (!supplier.is()) return std::nullopt;
+    const Reference<css::sheet::XCellRangeAddressable> cells(supplier->getSelection(), UNO_QUERY);
+    if (!cells.is()) return std::nullopt;
+    return cells->getRangeAddress();
+}
+
 std::u16string DescribeView(const Reference<css::frame::XController>& controller) {
     std::u16string text;
     const auto add = [&text](sal_Int32 number) {
@@ -66,18 +75,15 @@ std::u16string DescribeView(const Reference<css::frame::XController>& controller
     add(cell->Sheet);
     add(cell->Column);
     add(cell->Row);
-    const Reference<css::view::XSelectionSupplier> supplier(controller, UNO_QUERY);
-    if (!supplier.is()) return text;
-    const css::uno::Any selected = supplier->getSelection();
-    const Reference<css::sheet::XCellRangeAddressable> cells(selected, UNO_QUERY);
-    if (cells.is()) {
-        const auto where = cells->getRangeAddress();
+    if (const auto where = SelectionOfView(controller)) {
         for (const sal_Int32 number :
-             {where.StartColumn, where.StartRow, where.EndColumn, where.EndRow}) {
+             {where->StartColumn, where->StartRow, where->EndColumn, where->EndRow}) {
             add(number);
         }
     } else {
-        const Reference<css::sheet::XSheetCellRanges> several(selected, UNO_QUERY);
+        const Reference<css::view::XSelectionSupplier> supplier(controller, UNO_QUERY);
+        if (!supplier.is()) return text;
+        const Reference<css::sheet::XSheetCellRanges> several(supplier->getSelection(), UNO_QUERY);
         if (several.is()) text += ToText(several->getRangeAddressesAsString());
     }
     return text;

@@ -50,10 +50,12 @@ std::string CellText(const ExcelCell& cell) {
 std::string SheetText(const ExcelSheet& sheet) {
     std::string rows;
     std::string row;
+    const std::string height = sheet.height.empty() ? "" : "\" ht=\"" + sheet.height;
     for (const auto& cell : sheet.cells) {
         const std::string number = cell.place.substr(cell.place.find_first_of("123456789"));
         if (number != row) {
-            rows += (row.empty() ? "" : "</row>") + std::string("<row r=\"") + number + "\">";
+            rows +=
+                (row.empty() ? "" : "</row>") + std::string("<row r=\"") + number + height + "\">";
             row = number;
         }
         rows += CellText(cell);

@@ -16,6 +16,7 @@ struct ExcelCell {
 struct ExcelSheet {
     std::string name;
     std::vector<ExcelCell> cells;
+    std::string height = {};  // of all rows that have cells, in points; "" for none said
 };
 
 // The file's bytes. `settings` is what the workbook says behind its sheets, such

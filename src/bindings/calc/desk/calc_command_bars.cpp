@@ -1,6 +1,7 @@
 #include "bindings/calc/desk/calc_command_bars.h"
 
 #include <com/sun/star/ui/ItemStyle.hpp>
+#include <vector>
 
 #include "base/text.h"
 #include "bindings/calc/desk/own_controls.h"
@@ -254,6 +255,19 @@ host::CommandBarControlPtr ControlHandle(const OwnControlsPtr& controls,
     return std::make_shared<Button>(controls, control->place, control->url, control);
 }
 
+// The bar's number and the indices on the way from it to the control; -1 at the end
+// when it is there no more.
+std::vector<sal_Int32> PathTo(OwnControls& controls, const OwnControl& control) {
+    EntriesPlace place{control.place.bar, {}};
+    std::vector<sal_Int32> path{static_cast<sal_Int32>(place.bar)};
+    for (const auto& menu : control.place.menus) {
+        path.push_back(FindUrl(controls.Read(place), menu));
+        place = place.Below(menu);
+    }
+    path.push_back(FindUrl(controls.Read(place), control.url));
+    return path;
+}
+
 // Every sink that is bound to a control with the tag of the clicked one hears it.
 void RaiseClick(OwnControls& controls, const OwnControlPtr& control) {
     const auto bound = [&] {
@@ -298,13 +312,16 @@ host::CommandBarPtr CalcCommandBars::Item(const std::u16string& name) {
 host::CommandBarControlPtr CalcCommandBars::FindControl(const std::u16string& tag) {
     return Translated([&]() -> host::CommandBarControlPtr {
         controls_->Write();
+        OwnControlPtr first;
+        std::vector<sal_Int32> firstPath;
         for (const auto& control : controls_->all()) {
-            if (control->tag == tag &&
-                FindUrl(controls_->Read(control->place), control->url) >= 0) {
-                return ControlHandle(controls_, control);
-            }
+            if (control->tag != tag) continue;
+            auto path = PathTo(*controls_, *control);
+            if (path.back() < 0 || (first && firstPath < path)) continue;
+            first = control;
+            firstPath = std::move(path);
         }
-        return nullptr;
+        return first ? ControlHandle(controls_, first) : nullptr;
     });
 }
 

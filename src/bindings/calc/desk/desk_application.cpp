@@ -9,11 +9,15 @@
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "base/a1.h"
+#include "base/attempt.h"
 #include "base/text.h"
 #include "bindings/calc/calc_range.h"
 #include "bindings/calc/dates.h"
 #include "bindings/calc/desk/frame_window.h"
 #include "bindings/calc/errors.h"
+#include "bindings/calc/host_version.h"
+#include "bindings/calc/leave_as_found.h"
+#include "bindings/calc/silence.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -39,6 +43,32 @@ bool AreCells(const Reference<css::frame::XController>& controller) {
            Reference<css::sheet::XSheetCellRangeContainer>(selected, UNO_QUERY).is();
 }
 
+// Lets events pass while they are on.
+class SwitchedSink : public host::ApplicationEvents {
+public:
+    SwitchedSink(host::ApplicationEvents& sink, std::shared_ptr<const bool> eventsOn)
+        : sink_(sink), eventsOn_(std::move(eventsOn)) {}
+    void WindowActivate(const host::WorkbookPtr& workbook) override {
+        if (*eventsOn_) sink_.WindowActivate(workbook);
+    }
+
+private:
+    host::ApplicationEvents& sink_;
+    std::shared_ptr<const bool> eventsOn_;
+};
+
+class SwitchedSubscription : public host::Subscription {
+public:
+    SwitchedSubscription(host::ApplicationEvents& sink, std::shared_ptr<const bool> eventsOn)
+        : sink_(sink, std::move(eventsOn)) {}
+    SwitchedSink& sink() { return sink_; }
+    void Hold(host::SubscriptionPtr inner) { inner_ = std::move(inner); }
+
+private:
+    SwitchedSink sink_;
+    host::SubscriptionPtr inner_;  // ends first
+};
+
 }  // namespace
 
 DeskApplication::DeskApplication(const Reference<css::uno::XComponentContext>& context,
@@ -62,7 +92,7 @@ OpenDocument& DeskApplication::Active() {
 }
 
 std::u16string DeskApplication::Version() {
-    return Translated([&] { return OfficeVersion(context_); });
+    return Translated([&] { return HostVersion(OfficeVersion(context_)); });
 }
 
 std::u16string DeskApplication::Caption() {
@@ -95,8 +125,9 @@ void DeskApplication::SetStatusBar(const Value& text) {
 void DeskApplication::SetCursor(int /*cursor*/) {}
 
 // Calc runs code of a document on events of its own choice; none comes of what
-// is written here, because it is silenced.
-void DeskApplication::SetEnableEvents(bool /*enable*/) {}
+// is written here, because it is silenced. So only the events that are raised here
+// are kept back.
+void DeskApplication::SetEnableEvents(bool enable) { *eventsOn_ = enable; }
 
 bool DeskApplication::ScreenUpdating() { return still_ == nullptr; }
 
@@ -111,7 +142,10 @@ void DeskApplication::SetScreenUpdating(bool update) {
         }
         const DocumentPtr document = std::move(still_);
         still_ = nullptr;
-        if (!document->IsClosed()) document->LockViews(false);
+        if (document->IsClosed()) return;
+        // The exploration is over: nothing of it may stay, not even until the next.
+        PutBackFormula(*document);
+        document->LockViews(false);
     });
 }
 
@@ -131,6 +165,14 @@ korvane::Value DeskApplication::Evaluate(const std::u16string& expression) {
         return korvane::Value(
             ObjectPtr(CalcRange::Make(open.document, result.place->sheet, result.place->area)));
     });
+}
+
+std::shared_ptr<void> DeskApplication::BeginEvaluations() {
+    std::shared_ptr<void> silence;
+    Suppressed([&] {
+        if (const auto* const open = documents_.Active()) silence = SilenceOf(open->document);
+    });
+    return silence;
 }
 
 // The evaluator never follows a link, and the office would read a file for one; but
@@ -194,7 +236,9 @@ std::u16string DeskApplication::DateText(double serial) {
 
 host::SubscriptionPtr DeskApplication::Connect(host::ApplicationEvents& sink) {
     if (!parts_.connect) return std::make_unique<host::Subscription>();
-    return parts_.connect(sink);
+    auto subscription = std::make_unique<SwitchedSubscription>(sink, eventsOn_);
+    subscription->Hold(parts_.connect(subscription->sink()));
+    return subscription;
 }
 
 }  // namespace korvane::calc

@@ -46,6 +46,7 @@ public:
     int Calculation() override;
     void SetCalculation(int mode) override;
     korvane::Value Evaluate(const std::u16string& expression) override;
+    std::shared_ptr<void> BeginEvaluations() override;
     // Null while no spreadsheet is open.
     ObjectPtr Selection() override;
     host::RangePtr ActiveCell() override;
@@ -73,6 +74,7 @@ private:
     com::sun::star::uno::Reference<com::sun::star::task::XStatusIndicator> status_;
     std::optional<int> calculation_;  // as it was set
     DocumentPtr still_;               // not repainted now
+    std::shared_ptr<bool> eventsOn_ = std::make_shared<bool>(true);
 };
 
 }  // namespace korvane::calc

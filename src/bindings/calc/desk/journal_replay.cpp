@@ -81,6 +81,8 @@ bool PutBackWhatDied(const DocumentPtr& document, const DeadJournals& journals) 
     bool any = false;
     Suppressed([&] {
         const std::u16string url = ToText(document->model()->getURL());
+        // A file that is only looked at stays as it is until somebody can mend it.
+        const bool canBeSaved = !document->IsReadOnly();
         for (const auto& found : journals.Of(url)) {
             std::set<long> done;
             // The last change first: what was written later stands on what was there.
@@ -98,9 +100,9 @@ bool PutBackWhatDied(const DocumentPtr& document, const DeadJournals& journals) 
             take(found.content.fills, [&](const FillNote& note) {
                 return Translated([&] { return PutBackFill(*document, note); });
             });
-            if (!done.empty()) DeadJournals::Forget(found.file, done);
+            if (!done.empty() && canBeSaved) DeadJournals::Forget(found.file, done);
         }
-        if (any) document->modifiable()->setModified(true);
+        if (any && canBeSaved) document->modifiable()->setModified(true);
     });
     return any;
 }

@@ -8,6 +8,7 @@
 #include <com/sun/star/lang/XServiceInfo.hpp>
 
 #include "base/text.h"
+#include "bindings/calc/leave_as_found.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -31,6 +32,10 @@ Reference<css::frame::XFrame> FrameOf(const Reference<css::frame::XModel>& model
 }
 
 }  // namespace
+
+OpenDocuments::~OpenDocuments() {
+    for (const auto& open : documents_) LeaveAsFound(*open->document);
+}
 
 OpenDocument* OpenDocuments::Of(const Model& model) {
     DropClosed();
@@ -83,6 +88,7 @@ void OpenDocuments::Activate(const Model& model) {
     activated_ = model;
     frame->activate();
     // That does not raise it.
+    if (bringToFront && bringToFront(frame)) return;
     const Reference<css::awt::XTopWindow> window(frame->getContainerWindow(), UNO_QUERY);
     if (window.is()) window->toFront();
 }

@@ -5,6 +5,7 @@
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,6 +30,8 @@ public:
     explicit OpenDocuments(
         const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context)
         : context_(context) {}
+    // Takes away what still stands in the documents for a moment only.
+    ~OpenDocuments();
     OpenDocuments(const OpenDocuments&) = delete;
     OpenDocuments& operator=(const OpenDocuments&) = delete;
 
@@ -43,6 +46,9 @@ public:
     OpenDocument* Active();
     // The frame of that window; null when there is none.
     Frame ActiveFrame() const;
+    // Brings a frame's window to the front in place of the office, which gives it the
+    // keyboard; false: it has not. Must not throw. Empty: there is no such way.
+    std::function<bool(const Frame&)> bringToFront;
     // The user went to a window of this document.
     void NoteActive(const Model& model);
 

@@ -8,12 +8,17 @@ namespace korvane::calc {
 
 namespace css = com::sun::star;
 
-css::uno::Reference<css::ui::XModuleUIConfigurationManager2> SpreadsheetModule(
-    const css::uno::Reference<css::uno::XComponentContext>& context) {
+css::uno::Reference<css::ui::XModuleUIConfigurationManager2> ModuleOf(
+    const css::uno::Reference<css::uno::XComponentContext>& context, const char16_t* name) {
     return {
         css::ui::theModuleUIConfigurationManagerSupplier::get(context)->getUIConfigurationManager(
-            ToOUString(kSpreadsheetModule)),
+            ToOUString(name)),
         css::uno::UNO_QUERY_THROW};
+}
+
+css::uno::Reference<css::ui::XModuleUIConfigurationManager2> SpreadsheetModule(
+    const css::uno::Reference<css::uno::XComponentContext>& context) {
+    return ModuleOf(context, kSpreadsheetModule);
 }
 
 }  // namespace korvane::calc

@@ -32,13 +32,14 @@ constexpr const char16_t* kCut = u".uno:Cut";
 // Commands that open a dialog, which may work after the command has ended.
 const std::vector<std::u16string>& DialogCommands() {
     static const std::vector<std::u16string> commands = {
-        u".uno:Move",    u".uno:FillSeries", u".uno:DataSort", u".uno:InsertCell",
-        u".uno:Protect", u".uno:Print",      u".uno:SendMail", u".uno:DataSubTotals"};
+        u".uno:Move",       u".uno:FillSeries",   u".uno:DataSort", u".uno:InsertCell",
+        u".uno:DeleteCell", u".uno:Remove",       u".uno:Protect",  u".uno:Print",
+        u".uno:SendMail",   u".uno:DataSubTotals"};
     return commands;
 }
 
 // Commands that copy cells or their looks, have new ones take over those of their
-// neighbours, move them among each other, or lock them in.
+// neighbours, move them among each other, keep them to be undone, or lock them in.
 std::vector<std::u16string> Commands() {
     std::vector<std::u16string> commands = DialogCommands();
     for (const char16_t* const command : {u".uno:Copy",
@@ -55,6 +56,8 @@ std::vector<std::u16string> Commands() {
                                           u".uno:SortDescending",
                                           u".uno:StyleNewByExample",
                                           u".uno:StyleUpdateByExample",
+                                          u".uno:DeleteRows",
+                                          u".uno:DeleteColumns",
                                           u".uno:InsertRows",
                                           u".uno:InsertRowsBefore",
                                           u".uno:InsertRowsAfter",

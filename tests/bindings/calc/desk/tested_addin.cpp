@@ -19,7 +19,7 @@
 #include "bindings/calc/uno_text.h"
 #include "bindings/resources/built_in_pictures.h"
 #include "host/constants.h"
-#include "places.h"
+#include "support/office_places.h"
 
 namespace korvane::calc::testing {
 
@@ -168,9 +168,9 @@ std::string TestedAddin::Carry(const std::string& order, const std::string& argu
         const Reference<css::frame::XTitle> title(frame->getController()->getModel(), UNO_QUERY);
         return title.is() ? ToUtf8(ToText(title->getTitle())) : "none";
     }
-    if (order == "where") return PlaceOfButton(context_, argument);
-    if (order == "cellplace") return PlaceOfCell(context_, argument);
-    if (order == "tabplace") return PlaceOfTab(context_, argument);
+    if (order == "where") return test::PlaceOfButton(context_, argument);
+    if (order == "cellplace") return test::PlaceOfCell(context_, argument);
+    if (order == "tabplace") return test::PlaceOfTab(context_, argument);
     if (order == "window") {
         css::frame::Desktop::create(context_)->loadComponentFromURL(
             ToOUString(u"private:factory/scalc"), ToOUString(u"_blank"), 0, {});

@@ -1,9 +1,12 @@
 // Range, Name, Worksheet and Workbook over Calc.
 #include <gtest/gtest.h>
 
+#include <com/sun/star/table/XColumnRowRange.hpp>
+
 #include "apps/report/exploration.h"
 #include "base/error.h"
 #include "base/text.h"
+#include "bindings/calc/uno_text.h"
 #include "host/constants.h"
 #include "host/name.h"
 #include "host/workbook.h"
@@ -11,6 +14,9 @@
 #include "workbook.h"
 
 namespace korvane::calc::testing {
+
+namespace css = com::sun::star;
+
 namespace {
 
 std::vector<TestSheet::Cell> DataCells() {
@@ -192,6 +198,21 @@ TEST(PreciseWriting, RefusesWhatExcelRefuses) {
     EXPECT_THROW(book.Cell(u"Data!C4")->SetFormulaArray(u"=1"), Error);
     EXPECT_THROW(book.Cell(u"Data!C3")->SetFormula(u"=1"), Error);
     EXPECT_EQ(Difference(before, book.Snapshot()), "");
+}
+
+// Calc shows "B#REF!" and can read it no more, whatever it is written from.
+TEST(PreciseWriting, AFormulaWithHalfOfAReferenceIsNotWritten) {
+    OpenBook book("deleted.fods", DataBook());
+    const auto cell = book.Cell(u"Data!F1");
+    const auto& data = book.application().document()->Sheet(0);
+    data->getCellByPosition(5, 0)->setFormula(ToOUString(u"=IF(B9>1;B9;2)"));
+    const css::uno::Reference<css::table::XColumnRowRange> sheet(data, css::uno::UNO_QUERY_THROW);
+    sheet->getRows()->removeByIndex(8, 1);
+    const std::string before = Shown(cell->Formula());
+    const std::string all = book.Snapshot();
+    EXPECT_THROW(cell->SetFormula(u"=1"), Error) << before;
+    EXPECT_EQ(Shown(cell->Formula()), before);
+    EXPECT_EQ(Difference(all, book.Snapshot()), "");
 }
 
 TEST(Application, KeepsItsStateAndTellsItself) {

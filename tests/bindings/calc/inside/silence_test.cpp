@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/document/XUndoManager.hpp>
 #include <com/sun/star/table/XCell.hpp>
 
@@ -10,6 +11,7 @@
 #include "base/error.h"
 #include "base/text.h"
 #include "bindings/calc/uno_text.h"
+#include "excel_file.h"
 #include "workbook.h"
 
 namespace korvane::calc::testing {
@@ -87,6 +89,32 @@ TEST(Silence, ExploringKeepsTheListsThoughAConditionalFormatReadsTheCell) {
     EXPECT_EQ(Shown(book.Cell(u"Data!G1")->Value()), "empty");
 }
 
+// Files of others say heights that the office would not choose itself.
+TEST(Silence, RowsKeepTheHeightsOfTheirFile) {
+    OpenBook book(
+        "heights.xlsx",
+        ExcelFile({{"Data", {{"A1", "2"}, {"B1", "=A1+SUM(A1:A2)"}, {"A2", "3"}}, "40"}}));
+    book.GoTo(u"Data!B1");
+    const std::string before = book.Snapshot();
+    ASSERT_NE(before.find("row 1 height 1411"), std::string::npos) << before;
+    for (const bool precise : {false, true}) {
+        EXPECT_TRUE(Explore(book.application(), book.Cell(u"Data!B1"), precise, true).ok);
+        EXPECT_EQ(Difference(before, book.Snapshot()), "");
+    }
+    const auto fill = book.Cell(u"Data!A2")->Interior();
+    const Value plain = fill->ColorIndex();
+    fill->SetColorIndex(Value(33));
+    fill->SetColorIndex(plain);
+    EXPECT_EQ(Difference(before, book.Snapshot()), "");
+    // The test can tell: the office itself measures the row.
+    css::uno::Any red;
+    red <<= sal_Int32{0xFF0000};
+    Reference<css::beans::XPropertySet>(
+        book.application().document()->Sheet(0)->getCellByPosition(0, 1), css::uno::UNO_QUERY_THROW)
+        ->setPropertyValue(ToOUString(u"CellBackColor"), red);
+    EXPECT_EQ(book.Snapshot().find("row 1 height 1411"), std::string::npos);
+}
+
 TEST(Silence, AFailureLeavesTheListsToo) {
     OpenBook book("failures.fods", DataBook());
     Work(book);
@@ -147,6 +175,32 @@ TEST(Silence, AFullListKeepsItsOldestStep) {
     EXPECT_EQ(Difference(before, book.Snapshot()), "");
     for (sal_Int32 k = 0; k < steps; ++k) UndoManager(book)->undo();
     EXPECT_EQ(Shown(book.Cell(u"Data!G1")->Value()), "empty");
+}
+
+TEST(Silence, EndsWithTheLastOneOfSeveral) {
+    OpenBook book("nested.fods", DataBook());
+    Work(book);
+    const std::string before = book.Snapshot();
+    const DocumentPtr& document = book.application().document();
+    auto outer = book.application().BeginEvaluations();
+    ASSERT_TRUE(outer);
+    EXPECT_EQ(Shown(book.Evaluate(u"=SUM(A1:A3)*2")), "12");
+    {
+        Silence silence(*document);
+        silence.BeforeWrite();
+        Type(book, 2, 0, u"silent");
+    }
+    EXPECT_TRUE(document->model()->hasControllersLocked());
+    {
+        Silence silence(*document);
+        silence.BeforeWrite();
+        Type(book, 2, 0, u"=IF(A1>0;SUM(A1:A3)*2;INDEX(A1:A3;2))");
+    }
+    outer.reset();
+    EXPECT_FALSE(document->model()->hasControllersLocked());
+    EXPECT_EQ(Difference(before, book.Snapshot()), "");
+    Type(book, 6, 2, u"typed again");
+    EXPECT_TRUE(document->modifiable()->isModified());
 }
 
 TEST(Silence, OneWriteCanBeTakenBack) {

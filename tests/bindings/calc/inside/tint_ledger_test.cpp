@@ -242,6 +242,28 @@ TEST_F(TintLedgerTest, ASecondTintOfTheSameCellsEndsWithTheFirst) {
     EXPECT_EQ(Look(), tint);
 }
 
+TEST_F(TintLedgerTest, WhatTheUserFillsUnderSeveralTintsIsHis) {
+    for (const int count : {1, 2, 3, 4}) {
+        for (const bool isLate : {false, true}) {
+            Colour(u"A1", kStyled);
+            std::vector<Value> saved;
+            for (int k = 0; k < count; ++k) {
+                // The last one on what the user has filled, or all before he does.
+                if (!isLate && k + 1 == count) Colour(u"A1", kOdd);
+                saved.push_back(Interior(u"A1")->ColorIndex());
+                Interior(u"A1")->SetColorIndex(Value(33));
+            }
+            if (isLate) Colour(u"A1", kOdd);
+            for (auto index = saved.rbegin(); index != saved.rend(); ++index) {
+                Interior(u"A1")->SetColorIndex(*index);
+            }
+            EXPECT_EQ(FillsOf(Cells(u"A1")).parts.front().fill, (Fill{kOdd, true}))
+                << count << isLate;
+            EXPECT_TRUE(Document().tints().IsEmpty()) << count << isLate;
+        }
+    }
+}
+
 TEST_F(TintLedgerTest, DroppedTintsDoNotComeBack) {
     const std::string before = Look();
     const Value saved = Interior(u"A1:B2")->ColorIndex();

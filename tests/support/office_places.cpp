@@ -1,4 +1,4 @@
-#include "places.h"
+#include "office_places.h"
 
 #include <com/sun/star/accessibility/XAccessible.hpp>
 #include <com/sun/star/accessibility/XAccessibleComponent.hpp>
@@ -12,9 +12,10 @@
 #include "base/text.h"
 #include "bindings/calc/uno_text.h"
 
-namespace korvane::calc::testing {
+namespace korvane::test {
 
 namespace css = com::sun::star;
+using calc::ToOUString;
 using css::uno::Reference;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
@@ -47,7 +48,7 @@ Element ContextOf(const Reference<css::uno::XInterface>& window) {
         ->getAccessibleContext();
 }
 
-Element Sheet(const Context& context) {
+Element Sheet(const OfficeContext& context) {
     return ContextOf(css::frame::Desktop::create(context)->getCurrentFrame()->getComponentWindow());
 }
 
@@ -63,7 +64,7 @@ std::string PlaceOf(const Element& element) {
 
 }  // namespace
 
-std::string PlaceOfCell(const Context& context, const std::string& cell) {
+std::string PlaceOfCell(const OfficeContext& context, const std::string& cell) {
     const Table table(
         Find(Sheet(context), [](const Element& element) { return Table(element, UNO_QUERY).is(); }),
         UNO_QUERY);
@@ -73,11 +74,11 @@ std::string PlaceOfCell(const Context& context, const std::string& cell) {
         table->getAccessibleCellAt(area->top - 1, area->left - 1)->getAccessibleContext());
 }
 
-std::string PlaceOfTab(const Context& context, const std::string& sheet) {
+std::string PlaceOfTab(const OfficeContext& context, const std::string& sheet) {
     return PlaceOf(FindNamed(Sheet(context), sheet));
 }
 
-std::string PlaceOfButton(const Context& context, const std::string& name) {
+std::string PlaceOfButton(const OfficeContext& context, const std::string& name) {
     const Reference<css::beans::XPropertySet> frame(
         css::frame::Desktop::create(context)->getCurrentFrame(), UNO_QUERY_THROW);
     Reference<css::frame::XLayoutManager> layout;
@@ -93,4 +94,4 @@ std::string PlaceOfButton(const Context& context, const std::string& name) {
            std::to_string(place.Y + size.Height / 2);
 }
 
-}  // namespace korvane::calc::testing
+}  // namespace korvane::test
