@@ -187,7 +187,7 @@ void ModelUser::ClickClose(Form& window) {
 // The bar follows in steps, and the pointer's place is told relative to it.
 void ModelUser::DragSplitter(Form& window, int down) {
     const auto& bar = window.Get<Control>(names::kSplitter);
-    const double perPixel = world_.screen().TwipsPerPixelY();
+    const double perPixel = world_.screen().twipsPerPixelY;
     const float grip = bar.Height() / 2;
     const double pointer = double{bar.Top()} + grip + down * perPixel;
     const auto tell = [&](MouseAction action, double y) {
@@ -203,8 +203,8 @@ void ModelUser::DragSplitter(Form& window, int down) {
 
 void ModelUser::Resize(Form& window, int wider, int higher) {
     platform::Place place = window.GetPlace();
-    place.width += static_cast<float>(wider * world_.screen().TwipsPerPixelX());
-    place.height += static_cast<float>(higher * world_.screen().TwipsPerPixelY());
+    place.width += static_cast<float>(wider * world_.screen().twipsPerPixelX);
+    place.height += static_cast<float>(higher * world_.screen().twipsPerPixelY);
     world_.windows().Deliver(platform::FormPlaced{window.Id(), place});
 }
 

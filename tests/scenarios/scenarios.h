@@ -21,8 +21,8 @@ inline void PrintTo(const Scenario& scenario, std::ostream* out) { *out << scena
 
 const std::vector<Scenario>& Scenarios();
 
-// Plays it over a world that is open, and checks that nothing of it is left.
-// Returns its story: each thing done, with what was there behind it.
+// Plays it over a world that is open, shuts that down, and checks that nothing of it
+// is left. Returns its story: each thing done, with what was there behind it.
 std::vector<std::string> Play(const Scenario& scenario, World& world, User& user);
 
 }  // namespace korvane::test

@@ -15,6 +15,7 @@ void Stage::Do(const std::string& what, Act act) {
     const platform::WindowId newest = forms.empty() ? 0 : forms.rbegin()->first;
     act();
     user_.Rest();
+    world_.host().Rest();
     story_.push_back(what + ": " + world_.Line());
     user_.ExpectToSeeAll();
     if (forms.empty()) {

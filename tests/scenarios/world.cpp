@@ -2,54 +2,69 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "base/text.h"
+#include "bindings/resources/built_in_pictures.h"
 
 namespace korvane::test {
 namespace {
 
 namespace names = explorer_controls;
 
-constexpr std::int64_t kHost = 7;  // the host's main window
-constexpr const char* kFormula = "=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))+Rate";
-constexpr int kNoTint = -4142;
-constexpr const char16_t* kCells[] = {u"A1", u"A2", u"A3", u"B1", u"C1", u"D1"};
-
-std::unique_ptr<scripted::ScriptedHost> Host() {
-    auto host = HostWith(kFormula,
-                         R"json("B1":{"formula":"=C1-1","value":2},"C1":3,"D1":4,
-                        "A2":{"formula":"=SUM(B1,C1)*2","value":10},
-                        "A3":{"formula":"=D1","value":4})json",
-                         R"json("literals":true,"evaluate":{
-                        "=IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))":{"value":5},
-                        "=B1>1":{"value":true},"=SUM(B1,C1)":{"value":5},
-                        "=OFFSET(B1,0,1)":{"range":"S!C1"},
-                        "=Rate":{"range":"S!D1"}},
-                        "write":{"=SUM(B1,C1)":{"value":6}})json");
-    host->model().activeBook->names[u"rate"] = {u"Rate", u"=S!$D$1"};
-    host->thisWorkbookName = u"KorvaneExplorer.xla";
-    host->thisWorkbookPath = u"C:\\Add-ins";
-    host->hwnd = kHost;
-    return host;
+// What a line of text differs in from another, for a message.
+std::string Difference(const std::string& before, const std::string& after) {
+    std::istringstream first(before);
+    std::istringstream second(after);
+    std::string text;
+    for (std::string a, b; first || second; a.clear(), b.clear()) {
+        std::getline(first, a);
+        std::getline(second, b);
+        if (a != b) text += "before: " + a + "\nafter:  " + b + "\n";
+    }
+    return text;
 }
 
 }  // namespace
 
-World::World() : host_(Host()), platform_(host_->sharedAccesses()), addin_(platform_.Services()) {
-    platform_.screen.windows[kHost] = {host_->caption, {0, 0, 800, 600}};
+World::World(std::unique_ptr<WorldHost> host)
+    : host_(std::move(host)), addin_(platform_.Services()) {
+    platform_.screen.windows[host_->Window()] = {host_->Title(), {0, 0, 800, 600}};
     platform_.clock.now = {2026, 11, 16, 12, 0, 0};
+    for (auto& [name, picture] : platform_.resources.pictures) {
+        picture = resources::BuiltInPictures().Picture(name);
+    }
     platform_.windows.Attach(mirror_);
+    document_ = host_->Document();
+    desk_ = host_->Desk();
 }
 
 World::~World() {
-    addin_.main().ShutDown();
+    ShutDown();
     platform_.windows.Detach(mirror_);
-    EXPECT_TRUE(windows().forms().empty());
-    EXPECT_EQ(host_->LiveHandles(), 0);
 }
 
 void World::Open() {
-    addin_.main().AutoOpen(host_->Application(), host_->AddinWorkbook());
-    handles_ = host_->LiveHandles();
+    addin_.main().AutoOpen(watched_.Watch(host_->Application()),
+                           watched_.Watch(host_->AddinWorkbook()));
+    handles_ = watched_.LiveHandles();
+    host_->Rest();
+}
+
+void World::ShutDown() {
+    addin_.main().ShutDown();
+    host_->Rest();
+}
+
+std::string World::LeftBehind() {
+    std::string left = Difference(document_, host_->Document()) + Difference(desk_, host_->Desk());
+    const auto count = [&](const char* what, int number) {
+        if (number != 0) left += what + std::to_string(number) + "\n";
+    };
+    count("windows: ", static_cast<int>(windows().forms().size()));
+    count("handles: ", watched_.LiveHandles());
+    count("handles of the host itself: ", host_->LiveHandles());
+    return left;
 }
 
 platform::Form& World::Window(std::size_t number) {
@@ -59,24 +74,8 @@ platform::Form& World::Window(std::size_t number) {
 }
 
 void World::Select(const char16_t* cell) {
-    const auto cells = host_->FindCells(cell).value();
-    host_->model().activeBook = cells.book;
-    host_->model().activeSheet = cells.sheet;
-    host_->model().activeCell = host_->selection = cells.area;
-}
-
-std::string World::Here() {
-    return ToUtf8(host_->Application()->ActiveCell()->Address(host::kExternal));
-}
-
-std::string World::Tinted() {
-    std::string tinted;
-    for (const auto* cell : kCells) {
-        const auto interior = host_->RangeAt(host_->FindCells(cell).value())->Interior();
-        if (static_cast<int>(*interior->ColorIndex().Number()) == kNoTint) continue;
-        tinted += (tinted.empty() ? "" : " ") + ToUtf8(cell);
-    }
-    return tinted;
+    host_->Select(ToUtf8(cell));
+    host_->Rest();
 }
 
 std::string World::Setting(const char16_t* key) {
@@ -105,17 +104,14 @@ void World::ExpectNothingLeft() {
     EXPECT_EQ(mirror_.forms().size(), 0U);
     EXPECT_EQ(addin_.state().lExplorerCount, 0);
     EXPECT_EQ(Tinted(), "");
-    EXPECT_EQ(Focused(), kHost);
+    EXPECT_EQ(Focused(), host_->Window());
     for (const auto* key : {u"FExplorer", u"trvTree", u"lblSplitterBar"}) {
         EXPECT_NE(Setting(key), "") << ToUtf8(key);
     }
     EXPECT_TRUE(platform_.messageBoxes.shown.empty())
         << ToUtf8(platform_.messageBoxes.shown.front().text);
-    const auto formula = host_->RangeAt(host_->FindCells(u"A1").value())->Formula();
-    EXPECT_EQ(ToUtf8(*formula.Text()), kFormula);
-    EXPECT_TRUE(host_->model().screenUpdating);
-    EXPECT_TRUE(host_->enableEvents);
-    EXPECT_EQ(host_->LiveHandles(), handles_ + static_cast<int>(addin_.state().history->count()));
+    EXPECT_EQ(Difference(document_, host_->Document()), "");
+    EXPECT_EQ(watched_.LiveHandles(), handles_ + static_cast<int>(addin_.state().history->count()));
 }
 
 platform::TreeView& TreeOf(platform::Form& window) {

@@ -1,5 +1,5 @@
-// The whole add-in over a scripted host, as a scenario finds it. What a scenario
-// expects is read here, whoever the user is.
+// The whole add-in over a host, as a scenario finds it. What a scenario expects is
+// read here, whoever the user is and whatever the host.
 #pragma once
 
 #include <memory>
@@ -9,39 +9,47 @@
 #include "apps/addin/addin.h"
 #include "bindings/scripted/scripted_platform.h"
 #include "explorer/explorer_design.h"
-#include "support/exploring.h"
+#include "scenarios/world_host.h"
+#include "support/watched_host.h"
 
 namespace korvane::test {
 
 // S!A1 holds =IF(B1>1,SUM(B1,C1),OFFSET(B1,0,1))+Rate, A2 =SUM(B1,C1)*2, B1 =C1-1;
-// A3 and Rate lead to D1, and C1 and D1 are constants. SUM is 5 when it is evaluated
-// and 6 when it is written into a cell, so that the modes can be told apart.
+// A3 and Rate lead to D1, and C1 and D1 are constants. SUM is 5 when it is evaluated;
+// a host may have it give something else when it is written into a cell, so that the
+// modes can be told apart.
 class World {
 public:
-    World();
+    explicit World(std::unique_ptr<WorldHost> host = MakeScriptedWorldHost());
     World(const World&) = delete;
     World& operator=(const World&) = delete;
-    // Shuts the add-in down; nothing of the host may be held then.
+    // Shuts the add-in down.
     ~World();
 
     // Starts the add-in, once whoever shows its windows is there.
     void Open();
+    // Ends it; it can be started again.
+    void ShutDown();
 
     platform::Windows& windows() { return platform_.windows; }
+    scripted::ScriptedPlatform& platform() { return platform_; }
     scripted::ScriptedScreen& screen() { return platform_.screen; }
+    WorldHost& host() { return *host_; }
+    // The calls to the host and to the platform's services.
+    scripted::Accesses& accesses() { return *accesses_; }
     CMain& addin() { return addin_.main(); }
+    SharedState& state() { return addin_.state(); }
     // The window with this place among the open ones, the oldest 1.
     platform::Form& Window(std::size_t number);
     std::size_t Count() { return windows().forms().size(); }
     // The handle that was given the focus last.
     std::int64_t Focused() const { return mirror_.focused(); }
 
-    // What the user selects in the host itself.
+    // See WorldHost.
     void Select(const char16_t* cell);
-    // The host's active cell.
-    std::string Here();
-    // The cells of another colour than they had, with blanks between them.
-    std::string Tinted();
+    std::string Here() { return host_->Here(); }
+    std::string Tinted() { return host_->Tinted(); }
+    std::string SumInItsCell() { return host_->SumInItsCell(); }
     // A setting as it is stored; empty for none.
     std::string Setting(const char16_t* key);
 
@@ -50,12 +58,21 @@ public:
     // Fails the test unless it is as if there never had been a window, but for
     // what the settings remember.
     void ExpectNothingLeft();
+    // Once the add-in is shut down: what is not as it was before it started, line by
+    // line; handles of the host that are still held, and windows, too.
+    std::string LeftBehind();
+    // As on the first day.
+    void ForgetSettings() { platform_.settings.texts.clear(); }
 
 private:
-    std::unique_ptr<scripted::ScriptedHost> host_;
-    scripted::ScriptedPlatform platform_;
+    std::unique_ptr<WorldHost> host_;
+    std::shared_ptr<scripted::Accesses> accesses_ = std::make_shared<scripted::Accesses>();
+    scripted::ScriptedPlatform platform_{accesses_};
+    WatchedHost watched_{accesses_};
     platform::WindowsMirror mirror_;
     Addin addin_;
+    std::string document_;  // as it was before the add-in started
+    std::string desk_;
     int handles_ = 0;  // that the add-in itself holds
 };
 

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <thread>
 
@@ -110,7 +111,6 @@ DesktopOffice::DesktopOffice(const Desktop& desktop, const fs::path& folder,
     const std::string profile = "file://" + (folder / "profile").string();
     std::vector<std::string> command = {
         std::string(kOffice) + "/soffice.bin",
-        "--norestore",
         "--nologo",
         "--nolockcheck",
         "--nofirststartwizard",
@@ -120,6 +120,9 @@ DesktopOffice::DesktopOffice(const Desktop& desktop, const fs::path& folder,
         "-env:CONFIGURATION_LAYERS=xcsxcu:${BRAND_BASE_DIR}/share/registry "
         "res:${BRAND_BASE_DIR}/share/registry xcsxcu:file://" +
             (folder / "layer").string() + " user:!" + profile + "/user/registrymodifications.xcu"};
+    if (std::find(environment.begin(), environment.end(), kRecovers) == environment.end()) {
+        command.emplace_back("--norestore");
+    }
     command.insert(command.end(), arguments.begin(), arguments.end());
     Start(command, environment);
     const auto known = [](const std::string& answer) { return answer != "no"; };

@@ -24,6 +24,9 @@ struct OfficePart {
     bool isStarted = false;  // as a job of the office's start
 };
 
+// In the environment of an office that recovers what it was busy with when it died.
+inline constexpr const char* kRecovers = "KORVANE_TEST_RECOVERS=1";
+
 class DesktopOffice {
 public:
     // Why there can be none here; empty when there can.

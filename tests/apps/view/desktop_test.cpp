@@ -1,4 +1,5 @@
 #include "support/desktop.h"
+#include "support/screen_reader.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -143,23 +144,12 @@ TEST_F(OnADesktop, TheUserResizesTheWindow) {
     EXPECT_LE(view->Told<platform::FormPlaced>().size(), 2U);
 }
 
-// A bus of its own, so that the desktop that the tests run on hears nothing.
 TEST_F(OnADesktop, ScreenReadersFindEachRow) {
-    if (!HasProgram("dbus-daemon")) GTEST_SKIP() << "dbus-daemon is not installed";
-    const std::string probe =
-        "/usr/bin/python3 -c 'import gi; gi.require_version(\"Atspi\", \"2.0\")' 2>&1";
-    if (!OutputOf(probe).empty()) GTEST_SKIP() << "Atspi for Python is not installed";
-    const std::string socket = "/tmp/korvane-test-bus-" + std::to_string(::getpid());
-    const std::string address = "DBUS_SESSION_BUS_ADDRESS=unix:path=" + socket;
-    const Child bus({"dbus-daemon", "--session", "--nofork", "--address=unix:path=" + socket},
-                    desktop->Environment());
-    std::this_thread::sleep_for(500ms);
-    Open({"", "1", false}, {address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"});
+    if (const std::string why = ScreenReader::WhyNot(); !why.empty()) GTEST_SKIP() << why;
+    const ScreenReader reader(*desktop);
+    Open({"", "1", false}, reader.Environment());
     // The reader asks while the model's side waits: the view answers by itself.
-    const std::string read =
-        OutputOf("env " + address + " " + desktop->Environment().front() +
-                 " timeout 30 /usr/bin/python3 " KORVANE_READER " korvane-view 2>&1");
-    ::unlink(socket.c_str());
+    const std::string read = reader.Read("korvane-view");
     for (const char* line :
          {"Limit; Location: Setup!B4; Value: 40000", "SUM(Sales!B2:B13); Value: 48210",
           "check box: Functions", "check box: Precise evaluation", "Formula"}) {
