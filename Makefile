@@ -5,7 +5,7 @@ BUILD := build
 PROGRAM := $(BUILD)/bin/korvane
 EXAMPLE := examples/loan.xlsx
 
-.PHONY: help build run test oxt deb check-deb bench sweep fuzz asan clang-build format tidy example clean
+.PHONY: help build run test oxt deb check-deb bench sweep fuzz random-user asan clang-build format tidy example clean
 
 help:
 	@echo "make run          explore a cell of the sample workbook through LibreOffice Calc"
@@ -16,6 +16,7 @@ help:
 	@echo "make bench        run the benchmarks"
 	@echo "make sweep        explore every formula of a folder of workbooks (CORPUS=folder)"
 	@echo "make fuzz         fuzz for ten minutes per fuzzer (FUZZ_SECONDS=n for another time)"
+	@echo "make random-user  let someone do anything with Calc and the add-in (RUNS=n, ACTIONS=n)"
 	@echo "make asan         run the tests under AddressSanitizer and UndefinedBehaviorSanitizer"
 	@echo "make clang-build  build with the second compiler"
 	@echo "make tidy         run clang-tidy; make format: run clang-format"
@@ -30,12 +31,14 @@ setup-run setup-test setup-dev:
 	@tools/setup.sh $(@:setup-%=%)
 
 build: setup-run $(BUILD)/build.ninja
+	@[ -e $(PROGRAM) ] || echo "Building: this takes some minutes the first time."
 	@cmake --build $(BUILD) --target korvane_all -- --quiet
 
 run: build
 	@$(PROGRAM) explore $(EXAMPLE) 'Loan!B9' 'Loan!B11'
 
 test: setup-test $(BUILD)/build.ninja
+	@[ -e $(BUILD)/bin/run_inside_office ] || echo "Building: this takes some minutes the first time."
 	@cmake --build $(BUILD) -- --quiet
 	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz --target fuzzers -- --quiet
 	@ctest --test-dir $(BUILD) --output-on-failure --no-tests=error
@@ -52,6 +55,7 @@ check-deb: setup-test deb
 bench: setup-dev $(BUILD)/build.ninja
 	@cmake --preset bench >/dev/null && cmake --build build-bench -- --quiet
 	@tools/bench.sh build-bench
+	@build-bench/bin/desk_bench
 	@cmake --build $(BUILD) -- --quiet
 	@tools/bench_calc.py $(BUILD) $(BENCH_WORKBOOK)
 
@@ -67,6 +71,14 @@ FUZZ_SECONDS ?= 600
 fuzz: setup-test
 	@cmake --preset fuzz >/dev/null && cmake --build build-fuzz --target fuzzers -- --quiet
 	@tools/fuzz.sh build-fuzz $(FUZZ_SECONDS)
+
+# Each run begins anew; one that fails says how it is had again.
+RUNS ?= 3
+ACTIONS ?= 500
+random-user: setup-test $(BUILD)/build.ninja
+	@cmake --build $(BUILD) -- --quiet
+	@KORVANE_ACTIONS=$(ACTIONS) $(BUILD)/bin/apps_desk_test '--gtest_filter=RandomUser*' \
+		--gtest_repeat=$(RUNS)
 
 asan: setup-test
 	@cmake --preset asan >/dev/null && cmake --build build-asan -- --quiet
