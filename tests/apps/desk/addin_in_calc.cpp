@@ -21,13 +21,13 @@ void AddinInCalc::SetUp() {
 
 void AddinInCalc::Start() {
     calc_.reset();
-    calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, book());
+    calc_ = std::make_unique<CalcWithAddin>(*desktop_, folder_, book(), Environment());
     ASSERT_TRUE(calc_->ready());
 }
 
-void AddinInCalc::Open(const fs::path& path) {
+void AddinInCalc::Open(const fs::path& path, const std::string& order) {
     const std::string name = path.filename().string();
-    ASSERT_EQ(calc_->Ask("open " + path.string()), "done");
+    ASSERT_EQ(calc_->Ask(order + " " + path.string()), "done");
     ASSERT_TRUE(calc_->Focus(name));
     const auto isActive = [&](const std::string& state) { return state.starts_with(name + " "); };
     ASSERT_TRUE(isActive(calc_->AskUntil("state", isActive)));
@@ -44,9 +44,8 @@ void AddinInCalc::Explore(const std::string& cell, int windows) {
 
 void AddinInCalc::WaitForKeyboard(const std::string& title) {
     std::string active;
-    calc_->AskUntil("ready", [&](const std::string&) {
-        return Holds(active = ActiveWindow(), title);
-    });
+    calc_->AskUntil("ready",
+                    [&](const std::string&) { return Holds(active = ActiveWindow(), title); });
     EXPECT_TRUE(Holds(active, title)) << active;
 }
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "calc_with_addin.h"
 #include "support/desktop_fixture.h"
@@ -16,6 +17,8 @@ class AddinInCalc : public DesktopTest {
 protected:
     void SetUp() override;
     void EndPrograms() override { calc_.reset(); }
+    // What Calc is started with, besides what it needs.
+    virtual std::vector<std::string> Environment() { return {}; }
 
     // The files that are opened: the sample workbook, unless a test has others.
     virtual void MakeBooks();
@@ -26,7 +29,7 @@ protected:
     // Starts Calc with the book; it has the keyboard.
     void Start();
     // Opens a further workbook; it has the keyboard.
-    void Open(const std::filesystem::path& path);
+    void Open(const std::filesystem::path& path, const std::string& order = "open");
     // Explores a cell of the document in front by the shortcut; there are `windows`
     // of explorers then, and the new one has the keyboard.
     void Explore(const std::string& cell, int windows = 1);

@@ -4,8 +4,21 @@
 
 namespace korvane::test {
 
+namespace {
+
+std::vector<std::string> Environment(const std::filesystem::path& folder,
+                                     std::vector<std::string> more) {
+    more.push_back(std::string("KORVANE_VIEW=") + KORVANE_VIEW);
+    more.push_back("XDG_CONFIG_HOME=" + (folder / "config").string());
+    more.push_back("XDG_STATE_HOME=" + (folder / "state").string());
+    return more;
+}
+
+}  // namespace
+
 CalcWithAddin::CalcWithAddin(const Desktop& desktop, const std::filesystem::path& folder,
-                             const std::filesystem::path& book)
+                             const std::filesystem::path& book,
+                             const std::vector<std::string>& environment)
     : DesktopOffice(desktop, folder,
                     {{KORVANE_COMPONENT, "org.korvane.office.Addin", "korvane_office_addin", true},
                      {KORVANE_COMPONENT, "org.korvane.office.AddinJob", "korvane_office_addin_job",
@@ -13,9 +26,7 @@ CalcWithAddin::CalcWithAddin(const Desktop& desktop, const std::filesystem::path
                      {KORVANE_COMPONENT, "org.korvane.office.Commands", "korvane_office_commands"},
                      {KORVANE_PROBE, "org.korvane.test.Probe", "korvane_test_probe", false, true}},
                     {book.string()},
-                    {std::string("KORVANE_VIEW=") + KORVANE_VIEW,
-                     "XDG_CONFIG_HOME=" + (folder / "config").string(),
-                     "XDG_STATE_HOME=" + (folder / "state").string()}) {
+                    Environment(folder, environment)) {
     // The add-in starts when a spreadsheet's window has the keyboard.
     const auto known = [](const std::string& answer) { return answer != "no"; };
     ready_ = DesktopOffice::ready() && Focus(book.filename().string()) &&

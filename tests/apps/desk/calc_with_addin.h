@@ -9,10 +9,13 @@ namespace korvane::test {
 class CalcWithAddin : public DesktopOffice {
 public:
     CalcWithAddin(const Desktop& desktop, const std::filesystem::path& folder,
-                  const std::filesystem::path& book);
+                  const std::filesystem::path& book,
+                  const std::vector<std::string>& environment = {});
 
     // The book's window has the keyboard, and the add-in's menu is there.
     bool ready() const { return ready_; }
+    // Waits until it is so, or for a while; whether it is.
+    using DesktopOffice::Until;
     // The processes that show the add-in's windows.
     std::vector<pid_t> Views() const;
     // Windows with this title that can be seen, once there are `count`; or after

@@ -1,9 +1,5 @@
 // Answers a test outside the office, by lines on a socket, what the documents in
 // it hold. Has nothing to do with the add-in beside it.
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
@@ -23,17 +19,18 @@
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase2.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "base/a1.h"
 #include "base/text.h"
 #include "bindings/calc/desk/spreadsheet_module.h"
 #include "bindings/calc/uno_text.h"
+#include "probe_documents.h"
+#include "support/office_orders.h"
+#include "support/office_places.h"
 
 namespace korvane::test {
 namespace {
@@ -44,9 +41,6 @@ using calc::ToText;
 using css::uno::Reference;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
-using Context = Reference<css::uno::XComponentContext>;
-
-constexpr int kSocket = 3;
 
 std::string Narrow(const rtl::OUString& text) { return ToUtf8(ToText(text)); }
 
@@ -81,6 +75,18 @@ public:
             const auto blank = line.find(' ');
             const std::string order = line.substr(0, blank);
             const std::string with = blank == std::string::npos ? "" : line.substr(blank + 1);
+            if (order == "in") return InDocument(with);
+            if (order == "titles") return TitlesOfDocuments(context_);
+            if (order == "everything") return EverythingIn(Asked());
+            if (order == "flags") return Flags();
+            if (order == "steps") return StepsOf(Asked());
+            if (order == "cursor") return CursorOf(Asked());
+            if (order == "mode") return SelectionMode(context_, Asked());
+            if (order == "run") return RunCommand(context_, Asked(), with);
+            if (order == "sheet") return Sheet(with);
+            if (order == "cell") return PlaceOfCell(context_, with);
+            if (order == "button") return PlaceOfButton(context_, with);
+            if (order == "openreadonly") return Open(with, true);
             if (order == "ready")
                 return Model().is() && Model()->getCurrentController().is() ? "yes" : "no";
             if (order == "addin") return HasMenu() ? "yes" : "no";
@@ -104,12 +110,27 @@ private:
     Reference<css::frame::XDesktop2> Desktop() const {
         return css::frame::Desktop::create(context_);
     }
+    // "TITLE ORDER": the order is meant for this document.
+    std::string InDocument(const std::string& with) {
+        const auto blank = with.find(' ');
+        meant_ = FindDocument(context_, with.substr(0, blank));
+        if (!meant_.is()) return "no such document";
+        return Do(with.substr(blank + 1));
+    }
+    // "hide NAME"
+    std::string Sheet(const std::string& with) const {
+        const auto blank = with.find(' ');
+        TreatSheet(Asked(), with.substr(0, blank), with.substr(blank + 1));
+        return "done";
+    }
     Reference<css::frame::XModel> Model() const {
+        if (meant_.is()) return meant_;
         const auto frame = Desktop()->getCurrentFrame();
         const auto controller = frame.is() ? frame->getController() : nullptr;
         const auto model = controller.is() ? controller->getModel() : nullptr;
         return Reference<css::sheet::XSpreadsheetDocument>(model, UNO_QUERY).is() ? model : nullptr;
     }
+    Reference<css::frame::XModel> Asked() const { return {Model(), UNO_QUERY_THROW}; }
     Reference<css::sheet::XSpreadsheetDocument> Document() const {
         return Reference<css::sheet::XSpreadsheetDocument>(Model(), UNO_QUERY_THROW);
     }
@@ -150,7 +171,12 @@ private:
                " selected " + Narrow(selected) + " modified " +
                std::to_string(modifiable->isModified()) + " undo " +
                std::to_string(undo->getAllUndoActionTitles().getLength()) + " locked " +
-               std::to_string(undo->isLocked() || model->hasControllersLocked());
+               std::to_string(IsLocked(model));
+    }
+    // What State says of anything but the selection.
+    std::string Flags() const {
+        const std::string state = State();
+        return state.substr(state.rfind(" modified ") + 1);
     }
     std::string Cells() const {
         std::string text;
@@ -197,10 +223,13 @@ private:
             ->setFormula(ToOUString(ToUtf16(with.substr(blank + 1))));
         return "done";
     }
-    std::string Open(const std::string& path) const {
+    std::string Open(const std::string& path, bool readOnly = false) const {
         const Reference<css::frame::XComponentLoader> loader(Desktop(), UNO_QUERY_THROW);
-        const auto opened = loader->loadComponentFromURL(ToOUString(ToUtf16("file://" + path)),
-                                                         ToOUString(u"_default"), 0, {});
+        css::beans::PropertyValue argument;
+        argument.Name = ToOUString(u"ReadOnly");
+        argument.Value <<= readOnly;
+        const auto opened = loader->loadComponentFromURL(
+            ToOUString(ToUtf16("file://" + path)), ToOUString(u"_default"), 0, {&argument, 1});
         return opened.is() ? "done" : "failed";
     }
     std::string Close() const {
@@ -211,20 +240,7 @@ private:
     }
 
     Context context_;
-};
-
-class Order : public cppu::WeakImplHelper1<css::awt::XCallback> {
-public:
-    Order(Context context, std::string line)
-        : context_(std::move(context)), line_(std::move(line)) {}
-    void SAL_CALL notify(const css::uno::Any& /*data*/) override {
-        const std::string answer = Probe(context_).Do(line_) + "\n";
-        if (::send(kSocket, answer.data(), answer.size(), MSG_NOSIGNAL) < 0) ::_exit(3);
-    }
-
-private:
-    Context context_;
-    std::string line_;
+    Reference<css::frame::XModel> meant_;
 };
 
 class Job : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServiceInfo> {
@@ -233,7 +249,9 @@ public:
 
     css::uno::Any SAL_CALL
     execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
-        std::thread([context = context_] { Listen(context); }).detach();
+        CarryOutOrders(context_, [context = context_](const std::string& line) {
+            return Probe(context).Do(line);
+        });
         return {};
     }
     rtl::OUString SAL_CALL getImplementationName() override {
@@ -248,23 +266,6 @@ public:
     }
 
 private:
-    static void Listen(const Context& context) {
-        std::string line;
-        for (char ch = 0; ::recv(kSocket, &ch, 1, 0) == 1;) {
-            if (ch != '\n') {
-                line += ch;
-                continue;
-            }
-            try {
-                css::awt::AsyncCallback::create(context)->addCallback(
-                    new Order(context, std::exchange(line, {})), css::uno::Any());
-            } catch (const css::uno::Exception&) {
-                return;  // the office is ending
-            }
-        }
-        ::_exit(0);  // the test is gone
-    }
-
     Context context_;
 };
 
