@@ -48,6 +48,7 @@ public:
 private:
     void Tell(const css::document::DocumentEvent& event) const {
         const auto addin = addin_.lock();
+        if (addin) addin->NoteChange();
         const Reference<css::frame::XModel> model(event.Source, UNO_QUERY);
         const Reference<css::lang::XServiceInfo> info(event.Source, UNO_QUERY);
         if (!addin || !model.is() || !info.is()) return;
@@ -66,7 +67,7 @@ public:
     explicit End(std::weak_ptr<RunningAddin> addin) : addin_(std::move(addin)) {}
     void SAL_CALL queryTermination(const css::lang::EventObject& /*source*/) override {
         const auto addin = addin_.lock();
-        if (addin && addin->IsWaiting()) throw css::frame::TerminationVetoException();
+        if (addin && !addin->MayEnd()) throw css::frame::TerminationVetoException();
     }
     void SAL_CALL notifyTermination(const css::lang::EventObject& /*source*/) override {
         if (const auto addin = addin_.lock()) addin->End();

@@ -9,7 +9,9 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 
+#include "base/attempt.h"
 #include "base/error.h"
+#include "bindings/calc/desk/frame_window.h"
 #include "bindings/calc/errors.h"
 #include "bindings/calc/uno_text.h"
 
@@ -59,8 +61,8 @@ Reference<css::awt::XDialog2> OfficeModal::MakeDialog() {
     control->setModel(model);
     const Reference<css::awt::XWindow> window(control, UNO_QUERY_THROW);
     window->setVisible(false);
-    const auto frame = frame_ ? frame_() : Frame();
-    const auto owner = frame.is() ? frame->getContainerWindow() : Reference<css::awt::XWindow>();
+    const auto owner =
+        asking_.is() ? asking_->getContainerWindow() : Reference<css::awt::XWindow>();
     const Reference<css::awt::XWindowPeer> parent(owner, UNO_QUERY);
     control->createPeer(
         Reference<css::awt::XToolkit>(css::awt::Toolkit::create(context_), UNO_QUERY_THROW),
@@ -73,15 +75,32 @@ Reference<css::awt::XDialog2> OfficeModal::MakeDialog() {
     return Reference<css::awt::XDialog2>(control, UNO_QUERY_THROW);
 }
 
+// While it lives there is one wait more.
+class OfficeModal::Waiting {
+public:
+    Waiting(OfficeModal& modal, const std::function<bool()>& done) : modal_(modal) {
+        if (modal_.waits_.empty()) modal_.asking_ = modal_.frame_ ? modal_.frame_() : Frame();
+        modal_.waits_.push_back({&done, modal_.MakeDialog()});
+        if (modal_.waits_.size() == 1) modal_.blocked_.Begin(modal_.asking_);
+    }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+    ~Waiting() {
+        modal_.waits_.pop_back();
+        if (!modal_.waits_.empty()) return;
+        modal_.blocked_.Release();
+        modal_.asking_.clear();
+    }
+
+private:
+    OfficeModal& modal_;
+};
+
 void OfficeModal::Run(const std::function<bool()>& done) {
     if (done()) return;
     if (!link_.EnsureView()) throw Error(kErrorApplication, u"The window cannot be shown");
     calc::Translated([&] {
-        waits_.push_back({&done, MakeDialog()});
-        struct Popped {
-            OfficeModal& modal;
-            ~Popped() { modal.waits_.pop_back(); }
-        } popped{*this};
+        const Waiting waiting(*this, done);
         const auto dialog = waits_.back().dialog;
         // Whatever else ends the dialog (the Escape key), the wait is not over.
         while (!IsOver(waits_.back())) {
@@ -95,7 +114,13 @@ void OfficeModal::Run(const std::function<bool()>& done) {
     Look();
 }
 
+void OfficeModal::WantAnswer(const Frame& tried) {
+    if (waits_.empty()) return;
+    Suppressed([&] { link_.Send(platform::AnswerWanted{calc::WindowHandle(tried)}); });
+}
+
 void OfficeModal::Look() {
+    blocked_.Look();
     if (!waits_.empty() && IsOver(waits_.back())) waits_.back().dialog->endDialog(0);
 }
 

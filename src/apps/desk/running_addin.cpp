@@ -1,19 +1,18 @@
 #include "apps/desk/running_addin.h"
 
-#include <com/sun/star/frame/Desktop.hpp>
-#include <com/sun/star/frame/XFrames.hpp>
 #include <set>
 #include <utility>
 #include <vector>
 
+#include "apps/desk/frames.h"
 #include "apps/desk/office_message.h"
+#include "apps/desk/user_free.h"
 #include "apps/desk/view_place.h"
 #include "apps/office/own_file.h"
 #include "base/attempt.h"
 #include "base/text.h"
 #include "bindings/calc/calc_sheets.h"
 #include "bindings/calc/desk/frame_window.h"
-#include "bindings/calc/desk/user_business.h"
 #include "bindings/calc/desk/window_events.h"
 #include "bindings/calc/uno_text.h"
 #include "platform/window/windows.h"
@@ -56,6 +55,7 @@ RunningAddin::RunningAddin(const Context& context)
         Suppressed([this] { CloseAll(); });
         modal_.Look();
     };
+    link_.whyHeld = [this] { return WhyHeld(); };
     services_.screen().findWindow = [this](const std::u16string& title) -> std::int64_t {
         return application_ && application_->Caption() == title ? application_->Hwnd() : 0;
     };
@@ -93,6 +93,9 @@ void RunningAddin::Start() {
             auto* const open = application_->documents().Of(model);
             return open != nullptr ? open->document : nullptr;
         });
+    application_->documents().bringToFront = [this](const OfficeModal::Frame& frame) {
+        return BringToFront(frame);
+    };
     if (auto* const open = application_->documents().Active()) {
         guard_->Look(open->document->model());
     }
@@ -120,17 +123,26 @@ bool RunningAddin::MayRun(Addin::Kind kind) {
     }
 }
 
-// What the user is in the middle of would be lost, or end in the wrong cell.
 bool RunningAddin::IsUserFree() {
-    const bool isEditing = calc::IsEditing(context_, ActiveFrame());
-    if (!isEditing && !calc::IsAnswering(context_)) return true;
+    if (modal_.IsWaiting()) {
+        modal_.WantAnswer(ActiveFrame());
+        return false;
+    }
+    const std::u16string first = WhatIsToBeFinished(context_, ActiveFrame());
+    if (first.empty()) return true;
     Suppressed([&] {
-        services_.platform().messageBoxes.Show(
-            {isEditing ? u"Finish editing the cell first." : u"Close the open dialog first.",
-             platform::kProductName, platform::MessageIcon::kInformation,
-             platform::MessageButtons::kOK});
+        services_.platform().messageBoxes.Show({first, platform::kProductName,
+                                                platform::MessageIcon::kInformation,
+                                                platform::MessageButtons::kOK});
     });
     return false;
+}
+
+// What he does in windows that stay open is carried out once he is free.
+std::u16string RunningAddin::WhyHeld() {
+    std::u16string first;
+    Suppressed([&] { first = WhatIsToBeFinished(context_, ActiveFrame()); });
+    return first;
 }
 
 // Windows that nobody shows would be worse than none.
@@ -152,6 +164,7 @@ void RunningAddin::NoteWindow(const Model& model) {
         if (application_) application_->documents().NoteActive(model);
         if (guard_) guard_->Look(model);
         FollowActiveWindow();
+        ReturnKeyboard(model);
         if (isRunning_ || isStarting_ || ends_) return;
         isStarting_ = true;
         // Later: a window that is being made does not take up a change of its bars.
@@ -166,7 +179,51 @@ void RunningAddin::NoteWindow(const Model& model) {
 // New windows belong to the document that the user works in.
 void RunningAddin::FollowActiveWindow() {
     if (!application_) return;
-    Suppressed([this] { addin_.state().hostWindow = application_->Hwnd(); });
+    Suppressed([this] {
+        addin_.state().hostWindow = application_->Hwnd();
+        services_.messageBoxes().owner = addin_.state().hostWindow;
+    });
+}
+
+// We go to another window ourselves: all of ours come with us. A user who did it in one
+// of them goes on there, so the office's window is raised by the view, which leaves the
+// keyboard where it is.
+bool RunningAddin::BringToFront(const OfficeModal::Frame& frame) {
+    bool isDone = false;
+    Suppressed([&] {
+        const std::int64_t owner = calc::WindowHandle(frame);
+        if (owner == 0) return;
+        FollowActiveWindow();
+        MoveAbove(owner);
+        const auto& forms = services_.windows().forms();
+        const auto acting = forms.find(link_.acting());
+        if (acting == forms.end() || !acting->second->IsShown()) return;
+        services_.windows().SetFocus(acting->second->Handle());
+        isDone = !IsMinimised(frame);
+        // The view cannot open an icon; the office can, and takes the keyboard.
+        constexpr std::chrono::seconds kSoon{2};
+        if (!isDone) loan_ = {owner, acting->first, view_link::Clock::now() + kSoon};
+    });
+    return isDone;
+}
+
+void RunningAddin::MoveAbove(std::int64_t owner) {
+    for (const auto& [id, form] : services_.windows().forms()) {
+        if (form->Owner() == 0 || form->HowShown() != platform::Shown::kModeless) continue;
+        Suppressed([&, which = form] { which->SetOwner(owner); });
+    }
+}
+
+void RunningAddin::ReturnKeyboard(const Model& model) {
+    if (loan_.to == 0) return;
+    const auto controller = model->getCurrentController();
+    if (!controller.is() || calc::WindowHandle(controller->getFrame()) != loan_.to) return;
+    const KeyboardLoan loan = std::exchange(loan_, {});
+    const auto& forms = services_.windows().forms();
+    const auto form = forms.find(loan.from);
+    if (form == forms.end() || view_link::Clock::now() > loan.until) return;
+    services_.windows().SetFocus(form->second->Handle());
+    watch_.Update();
 }
 
 // The explorers of a document go with it, as if their user had closed them, and
@@ -182,6 +239,20 @@ void RunningAddin::NoteClosing(const Model& model) {
     });
 }
 
+// Later: a window that is about to get the keyboard is not taken it away meanwhile.
+void RunningAddin::NoteChange() {
+    if (!modal_.IsWaiting()) return;
+    thread_.Post([weak = std::weak_ptr<char>(life_), this] {
+        if (weak.lock() && !ends_) modal_.Look();
+    });
+}
+
+bool RunningAddin::MayEnd() {
+    if (!modal_.IsWaiting()) return true;
+    Suppressed([this] { modal_.WantAnswer(ActiveFrame()); });
+    return false;
+}
+
 void RunningAddin::NoteClosed() {
     thread_.Post([weak = std::weak_ptr<char>(life_), this] {
         if (weak.lock() && !ends_) Suppressed([this] { CloseOrphans(); });
@@ -190,13 +261,8 @@ void RunningAddin::NoteClosed() {
 
 // One of a document's windows may go while the document stays.
 void RunningAddin::CloseOrphans() {
-    const auto frames = css::frame::Desktop::create(context_)->getFrames();
     std::set<std::int64_t> owners;
-    for (sal_Int32 k = 0; k < frames->getCount(); ++k) {
-        OfficeModal::Frame frame;
-        frames->getByIndex(k) >>= frame;
-        owners.insert(calc::WindowHandle(frame));
-    }
+    for (const auto& frame : AllFrames(context_)) owners.insert(calc::WindowHandle(frame));
     CloseWhere([&owners](const platform::Form& form) {
         return form.Owner() != 0 && owners.count(form.Owner()) == 0;
     });
@@ -233,6 +299,7 @@ void RunningAddin::End() {
         if (bars_) bars_->Close();
         keys_.reset();
         link_.onLost = nullptr;
+        link_.whyHeld = nullptr;
         link_.Stop();
         guard_.reset();
         application_.reset();

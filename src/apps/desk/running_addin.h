@@ -42,8 +42,10 @@ public:
     void NoteClosing(const Model& model);
     // A window of a document's has closed.
     void NoteClosed();
-    // The office must not end while it waits for an answer.
-    bool IsWaiting() const { return modal_.IsWaiting(); }
+    // Something has become of the office's windows.
+    void NoteChange();
+    // The office is asked to end: whether it may, because it waits for no answer.
+    bool MayEnd();
     // The office ends.
     void End();
 
@@ -53,11 +55,23 @@ private:
     bool MayRun(Addin::Kind kind);
     bool HasView();
     bool IsUserFree();
+    std::u16string WhyHeld();
     void CloseAll();
     void CloseOrphans();
     void CloseWhere(const std::function<bool(const platform::Form&)>& closes);
     void FollowActiveWindow();
+    bool BringToFront(const OfficeModal::Frame& frame);
+    void MoveAbove(std::int64_t owner);
+    void ReturnKeyboard(const Model& model);
     OfficeModal::Frame ActiveFrame();
+
+    // A window of the office's that was brought to the front for one of ours, in which
+    // the user goes on.
+    struct KeyboardLoan {
+        std::int64_t to = 0;
+        platform::WindowId from = 0;
+        view_link::Clock::time_point until;
+    };
 
     Context context_;
     calc::MainThread thread_;
@@ -71,6 +85,7 @@ private:
     std::unique_ptr<calc::TintGuard> guard_;
     window::Services services_;
     Addin addin_;
+    KeyboardLoan loan_;
     bool isStarting_ = false;
     bool isRunning_ = false;
     bool ends_ = false;

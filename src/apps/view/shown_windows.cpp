@@ -29,6 +29,8 @@ void ShownWindows::Take(const platform::ToView& message) {
                 view_.Drop(what);
             } else if constexpr (std::is_same_v<What, platform::StatusShown>) {
                 view_.ShowStatus(what);
+            } else if constexpr (std::is_same_v<What, platform::AnswerWanted>) {
+                view_.WantAnswer(what);
             } else {
                 // The answer says that everything before is done.
                 view_.Settle();

@@ -44,6 +44,7 @@ public:
     platform::Windows& windows() { return windows_; }
     // Told by the host of its own windows.
     view_link::LinkedScreen& screen() { return screen_; }
+    view_link::LinkedMessageBoxes& messageBoxes() { return messageBoxes_; }
 
 private:
     platform::Windows windows_;

@@ -10,6 +10,7 @@
 
 #include "bindings/qt/keys.h"
 #include "bindings/qt/label_controls.h"
+#include "bindings/qt/owners.h"
 #include "bindings/qt/simple_controls.h"
 #include "bindings/qt/text.h"
 
@@ -128,6 +129,7 @@ void FormWindow::Show(Property property) {
             setWindowTitle(ToQt(Get<std::u16string>(Property::kCaption)));
             break;
         case Property::kEnabled: setEnabled(Get<bool>(Property::kEnabled)); break;
+        case Property::kOwner: ShowOwner(); break;
         case Property::kShown: ShowHow(); break;
         case Property::kFocus: ShowFocus(); break;
         default: break;
@@ -243,13 +245,7 @@ void FormWindow::ShowHow() {
 void FormWindow::Appear(Shown how) {
     setWindowModality(how == Shown::kModal ? Qt::ApplicationModal : Qt::NonModal);
     winId();  // the window system's part is made now
-    QWindow* owner = desk_.windowOf(Get<std::int64_t>(Property::kOwner));
-    // Windows that own each other would have the toolkit go in circles.
-    for (const QWindow* above = owner; above; above = above->transientParent()) {
-        if (above == windowHandle()) owner = nullptr;
-        if (!owner) break;
-    }
-    windowHandle()->setTransientParent(owner);
+    SetOwner(*windowHandle(), desk_.windowOf(Get<std::int64_t>(Property::kOwner)));
     const auto& place = Get<Place>(Property::kPlace);
     const auto& design = State()->design;
     const bool isPlaced = place.left != design.place.left || place.top != design.place.top;
@@ -260,6 +256,17 @@ void FormWindow::Appear(Shown how) {
     expectedCorner_ = FrameCorner();
     show();
     for (const auto& control : controls_) control->Appeared();
+}
+
+// A window that is seen brings its new owner to the front with it. The keyboard stays
+// where it is.
+void FormWindow::ShowOwner() {
+    if (!isVisible()) return;
+    QWindow* const owner = desk_.windowOf(Get<std::int64_t>(Property::kOwner));
+    if (!owner || owner == windowHandle()->transientParent()) return;
+    SetOwner(*windowHandle(), owner);
+    owner->raise();
+    raise();
 }
 
 // What comes first in the order of Tab, wherever it stands in the window.

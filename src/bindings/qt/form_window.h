@@ -55,6 +55,7 @@ private:
     void MeetFrame();
     void FocusFirst();
     void ShowFocus();
+    void ShowOwner();
     void ShowHow();
     void Appear(platform::Shown how);
     void ShowStatus();

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "bindings/qt/desktop.h"
+#include "bindings/qt/owners.h"
 #include "bindings/qt/text.h"
 
 namespace korvane::qt {
@@ -163,7 +164,24 @@ void QtView::LoseWindow(quintptr window) {
 void QtView::Ask(const platform::MessageAsked& message) {
     Settle();  // the box comes after what was shown before
     QWidget* active = QApplication::activeWindow();
-    messages_.Ask(message, active ? active->windowHandle() : nullptr);
+    messages_.Ask(message, active ? active->windowHandle() : WindowOf(message.owner));
+}
+
+// What waits may stand above another window that waits, and so on; the last of them is
+// the one that stands above the host's.
+void QtView::WantAnswer(const platform::AnswerWanted& wanted) {
+    Settle();
+    QWidget* const front = QApplication::activeModalWidget();
+    if (!front || !front->windowHandle()) return;
+    std::vector<QWindow*> chain;
+    for (QWindow* one = front->windowHandle(); one && one->modality() != Qt::NonModal;
+         one = one->transientParent()) {
+        chain.push_back(one);
+    }
+    QWindow* const owner = WindowOf(wanted.owner);
+    if (owner && !chain.empty()) SetOwner(*chain.back(), owner);
+    for (auto one = chain.rbegin(); one != chain.rend(); ++one) (*one)->raise();
+    front->windowHandle()->requestActivate();
 }
 
 void QtView::ShowStatus(const platform::StatusShown& status) {

@@ -38,6 +38,7 @@ public:
     void Ask(const platform::MessageAsked& message);
     void Drop(const platform::MessageDropped& message) { messages_.Drop(message.id); }
     void ShowStatus(const platform::StatusShown& status);
+    void WantAnswer(const platform::AnswerWanted& wanted);
     // Shows now what was applied so far, and tells what the desktop made of it.
     void Settle();
 

@@ -31,7 +31,7 @@ public:
         boxes_.open_[id_];
         boxes_.link_.Send(platform::MessageAsked{id_, message.text.substr(0, kLongestText),
                                                  message.title.substr(0, kLongestText),
-                                                 message.icon, message.buttons});
+                                                 message.icon, message.buttons, boxes_.owner});
     }
     ~OpenBox() {
         if (IsThere() && !Answer()) boxes_.link_.Send(platform::MessageDropped{id_});

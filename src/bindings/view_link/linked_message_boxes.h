@@ -21,6 +21,10 @@ public:
     // by the user. Starts a view when there is none.
     platform::MessageAnswer Show(const platform::Message& message) override;
 
+    // The host's window that boxes stay above when no window of ours is active; 0 for
+    // none.
+    std::int64_t owner = 0;
+
 private:
     class OpenBox;
 

@@ -39,7 +39,7 @@ void ViewLink::Connect(Socket socket) {
     ++generation_;
     view_->onMetrics = [this](const auto& metrics) { Welcome(metrics); };
     view_->onEvent = [this](const platform::Event& event, const View* origin) {
-        if (windows_) windows_->Deliver(event, origin);
+        Take(event, origin);
     };
     view_->onAnswer = [this](const auto& answer) {
         if (onAnswer) onAnswer(answer);
@@ -58,7 +58,7 @@ void ViewLink::Welcome(const platform::ViewMetrics& metrics) {
     if (windows_) windows_->frame = metrics.frame;
     if (isFirst) {
         if (windows_) windows_->Attach(*view_);
-        if (!status_.empty()) view_->Send(platform::StatusShown{status_});
+        if (!status_.empty()) TellStatus();
     }
     if (onMetrics) onMetrics(metrics);
 }
@@ -72,6 +72,7 @@ bool ViewLink::EnsureView() {
 
 void ViewLink::ShowWindows(platform::Windows* windows) {
     if (windows_ && view_) windows_->Detach(*view_);
+    held_.Clear();
     windows_ = windows;
     if (!windows_) return;
     windows_->frame = metrics_.frame;
@@ -91,6 +92,8 @@ void ViewLink::Abandon(Loss loss) {
 }
 
 void ViewLink::Retire() {
+    held_.Clear();
+    shownWhyHeld_.clear();
     if (windows_) windows_->Detach(*view_);
     retired_.push_back(std::move(view_));
     view_.reset();
@@ -116,7 +119,60 @@ void ViewLink::Send(const platform::ToView& message) {
 
 void ViewLink::ShowStatus(const std::u16string& text) {
     status_ = text;
-    Send(platform::StatusShown{text});
+    TellStatus();
+}
+
+void ViewLink::TellStatus() {
+    Send(platform::StatusShown{shownWhyHeld_.empty() ? status_ : shownWhyHeld_});
+}
+
+// ---- what has to wait ----------------------------------------------------
+
+void ViewLink::Take(const platform::Event& event, const View* origin) {
+    if (!windows_) return;
+    if (!MustWait(event)) return Deliver(event, origin, false);
+    if (held_.Add(event)) return;
+    view_->Close();
+    Abandon(Loss::kGarbage);
+}
+
+bool ViewLink::MustWait(const platform::Event& event) const {
+    if (!whyHeld || HeldEvents::IsOfWindowAlone(event)) return false;
+    // The windows know themselves what then reaches whom.
+    if (windows_->IsModal()) return false;
+    const auto id = std::visit([](const auto& what) { return what.window; }, event);
+    const auto form = windows_->forms().find(id);
+    if (form == windows_->forms().end()) return false;
+    if (form->second->HowShown() != platform::Shown::kModeless) return false;
+    return !held_.empty() || !whyHeld().empty();
+}
+
+void ViewLink::Deliver(const platform::Event& event, const View* origin, bool tellsBack) {
+    struct Acting {
+        platform::WindowId& now;
+        platform::WindowId before;
+        ~Acting() { now = before; }
+    } acting{acting_, acting_};
+    acting_ = std::visit([](const auto& what) { return what.window; }, event);
+    windows_->Deliver(event, origin, tellsBack);
+}
+
+// One at each turn, so that what else comes is not kept from its own.
+void ViewLink::Release() {
+    if (held_.empty()) return ShowWhyHeld({});
+    if (!windows_ || windows_->IsModal()) return;
+    const auto why = whyHeld ? whyHeld() : std::u16string();
+    ShowWhyHeld(why);
+    if (!why.empty()) return;
+    const auto event = held_.Take();
+    // The windows have changed since the view showed its user's doing.
+    Deliver(event, view_.get(), true);
+}
+
+void ViewLink::ShowWhyHeld(const std::u16string& why) {
+    if (shownWhyHeld_ == why) return;
+    shownWhyHeld_ = why;
+    TellStatus();
 }
 
 // ---- the loop ------------------------------------------------------------
@@ -126,6 +182,11 @@ std::optional<Clock::duration> ViewLink::NextTimeout() const {
     if (view_) next = view_->NextTimeout();
     constexpr std::chrono::milliseconds kEndSoon{5};
     if (!ending_.empty() && (!next || *next > kEndSoon)) next = kEndSoon;
+    // The host does not tell when it has time again. A window of ours that waits does.
+    constexpr std::chrono::milliseconds kLookSoon{100};
+    const bool looks = !held_.empty() && windows_ && !windows_->IsModal();
+    const auto look = shownWhyHeld_.empty() ? Clock::duration::zero() : Clock::duration(kLookSoon);
+    if (looks && (!next || *next > look)) next = look;
     return next;
 }
 
@@ -142,6 +203,7 @@ void ViewLink::OnReady() {
     // Within the call the view may be lost and another one take its place.
     const std::shared_ptr<RemoteView> view = view_;
     view->OnReady();
+    Release();
 }
 
 void ViewLink::Flush() {

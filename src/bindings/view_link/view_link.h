@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "bindings/view_link/held_events.h"
 #include "bindings/view_link/remote_view.h"
 #include "bindings/view_link/view_process.h"
 #include "platform/window/windows.h"
@@ -60,6 +61,14 @@ public:
     // Shown beside the windows, by a later view too.
     void ShowStatus(const std::u16string& text);
 
+    // Why what the user does in windows that stay open cannot be carried out at the
+    // moment; empty when it can. Then it is held, in its order, and the text stands in
+    // the status's place; asked again at every turn. Windows that wait for an answer go
+    // on. A view that goes takes with it what was held. Must not throw.
+    std::function<std::u16string()> whyHeld;
+    // The window in which the user did what is being carried out; 0 for none.
+    platform::WindowId acting() const { return acting_; }
+
     // The view is gone and the windows no longer have it. May start another.
     std::function<void(Loss)> onLost;
     std::function<void(const platform::ViewMetrics&)> onMetrics;
@@ -81,6 +90,12 @@ private:
     friend class ShownWindows;
 
     void Connect(Socket socket);
+    void Take(const platform::Event& event, const platform::View* origin);
+    bool MustWait(const platform::Event& event) const;
+    void Deliver(const platform::Event& event, const platform::View* origin, bool tellsBack);
+    void Release();
+    void ShowWhyHeld(const std::u16string& why);
+    void TellStatus();
     void Welcome(const platform::ViewMetrics& metrics);
     void Abandon(Loss loss);
     void Retire();
@@ -91,6 +106,9 @@ private:
     platform::Windows* windows_ = nullptr;
     platform::ViewMetrics metrics_;
     std::u16string status_;
+    HeldEvents held_;
+    std::u16string shownWhyHeld_;
+    platform::WindowId acting_ = 0;
     std::int32_t generation_ = 0;
     std::int32_t welcomed_ = 0;             // the generation of the last that introduced itself
     std::unique_ptr<ViewProcess> process_;  // of the view, when we started it

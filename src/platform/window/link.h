@@ -56,7 +56,7 @@ struct ViewMetrics {
     }
 };
 
-inline constexpr std::int32_t kLinkProtocol = 1;
+inline constexpr std::int32_t kLinkProtocol = 2;
 
 struct MessageAnswered {
     std::int32_t id = 0;
@@ -89,10 +89,23 @@ struct MessageAsked {
     std::u16string title;
     MessageIcon icon = MessageIcon::kNone;
     MessageButtons buttons = MessageButtons::kOK;
+    std::int64_t owner = 0;  // the host's window that it is asked over; 0 for none
     friend bool operator==(const MessageAsked&, const MessageAsked&) = default;
     template <class Self>
     static auto Fields(Self& self) {
-        return std::tie(self.id, self.text, self.title, self.icon, self.buttons);
+        return std::tie(self.id, self.text, self.title, self.icon, self.buttons, self.owner);
+    }
+};
+
+// The user has tried to go on without answering: the window or message box that waits
+// for him comes to the front, above the host's window where he tried it (0 for none),
+// with the keyboard.
+struct AnswerWanted {
+    std::int64_t owner = 0;
+    friend bool operator==(const AnswerWanted&, const AnswerWanted&) = default;
+    template <class Self>
+    static auto Fields(Self& self) {
+        return std::tie(self.owner);
     }
 };
 
@@ -126,6 +139,7 @@ struct StatusShown {
     }
 };
 
-using ToView = std::variant<Change, MessageAsked, MessageDropped, Ping, StatusShown>;
+using ToView =
+    std::variant<Change, MessageAsked, MessageDropped, Ping, StatusShown, AnswerWanted>;
 
 }  // namespace korvane::platform

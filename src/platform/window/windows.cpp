@@ -127,11 +127,11 @@ void Windows::Run(const Waiting& waiting) {
     if (reached) {
         const std::vector<View*> views = views_;
         for (View* view : views) view->Hear(waiting.event);
-        origin_ = waiting.origin;
+        origin_ = waiting.tellsBack ? nullptr : waiting.origin;
     }
     const bool taken = reached && found->second->Accept(waiting.event);
     const View* origin = std::exchange(origin_, nullptr);
-    if (!taken && !reached) origin = waiting.origin;
+    if (!taken && (!reached || waiting.tellsBack)) origin = waiting.origin;
     if (!taken) Correct(waiting.event, origin);
 }
 
@@ -172,8 +172,8 @@ void Windows::Correct(const Event& event, const View* origin) {
     }
 }
 
-void Windows::Deliver(const Event& event, const View* origin) {
-    queue_.push_back({event, origin});
+void Windows::Deliver(const Event& event, const View* origin, bool tellsBack) {
+    queue_.push_back({event, origin, tellsBack});
     if (delivering_) return;
     struct Delivery {
         Windows& windows;

@@ -52,8 +52,12 @@ public:
     // Brings an event: the window's state is updated and its handler runs, after
     // those of earlier events; an event that comes while a handler runs waits
     // for its end. An event that does not fit is dropped. `origin` is the view
-    // that it comes from, which is not told its own doing; null for none.
-    void Deliver(const Event& event, const View* origin = nullptr);
+    // that it comes from, which is not told its own doing; null for none. With
+    // `tellsBack` it is told all the same, because it may have been told something
+    // else since.
+    void Deliver(const Event& event, const View* origin = nullptr, bool tellsBack = false);
+    // A window or message box waits for its answer, and the user reaches no other.
+    bool IsModal() const { return !modalForms_.empty(); }
 
     // Keeps `object` until no handler runs any more, then lets go of it: for
     // what owns a window and closes it from one of its handlers.
@@ -79,6 +83,7 @@ private:
     struct Waiting {
         Event event;
         const View* origin;
+        bool tellsBack;
     };
 
     void Run(const Waiting& waiting);

@@ -21,11 +21,12 @@ TEST(LinkedMessageBoxes, AQuestionIsShownAndItsAnswerComesBack) {
         auto view = all.AttachNear();
         view->Say(MessageAnswered{7, MessageAnswer::kYes});  // nobody asked
         view->Say(MessageAnswered{1, answer});
+        all.boxes.owner = 4711;
         EXPECT_EQ(all.boxes.Show(kQuestion), answer);
         all.Turn(view.get());
         EXPECT_EQ(view->Heard<MessageAsked>(),
                   (std::vector<MessageAsked>{{1, u"Really?", u"Korvane", MessageIcon::kQuestion,
-                                              MessageButtons::kYesNo}}));
+                                              MessageButtons::kYesNo, 4711}}));
         EXPECT_TRUE(view->Heard<MessageDropped>().empty());
     }
 }
