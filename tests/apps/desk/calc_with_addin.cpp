@@ -25,8 +25,7 @@ CalcWithAddin::CalcWithAddin(const Desktop& desktop, const std::filesystem::path
                       false, true},
                      {KORVANE_COMPONENT, "org.korvane.office.Commands", "korvane_office_commands"},
                      {KORVANE_PROBE, "org.korvane.test.Probe", "korvane_test_probe", false, true}},
-                    {book.string()},
-                    Environment(folder, environment)) {
+                    {book.string()}, Environment(folder, environment)) {
     // The add-in starts when a spreadsheet's window has the keyboard.
     const auto known = [](const std::string& answer) { return answer != "no"; };
     ready_ = DesktopOffice::ready() && Focus(book.filename().string()) &&

@@ -87,7 +87,7 @@ protected:
     }
     std::string PlaceOfCharacter(int at) {
         const std::string line =
-            LineWhere([](const std::string& line) { return line.starts_with("at "); },
+            LineWhere([](const std::string& text) { return text.starts_with("at "); },
                       "--at " + std::to_string(at));
         return line.empty() ? line : line.substr(3);
     }
