@@ -77,7 +77,7 @@ RUNS ?= 3
 ACTIONS ?= 500
 random-user: setup-test $(BUILD)/build.ninja
 	@cmake --build $(BUILD) -- --quiet
-	@KORVANE_ACTIONS=$(ACTIONS) $(BUILD)/bin/apps_desk_test '--gtest_filter=RandomUser*' \
+	@KORVANE_SEED=$${KORVANE_SEED:-0} KORVANE_ACTIONS=$(ACTIONS) $(BUILD)/bin/apps_desk_test '--gtest_filter=RandomUser*' \
 		--gtest_repeat=$(RUNS)
 
 asan: setup-test

@@ -129,7 +129,11 @@ std::string EverythingIn(const Model& model) {
         for (sal_Int32 row = 0; row <= std::max(end.EndRow, kRows); ++row) {
             for (sal_Int32 column = 0; column <= std::max(end.EndColumn, kColumns); ++column) {
                 const auto cell = sheet->getCellByPosition(column, row);
-                const std::string all = Narrow(cell->getFormula()) + LookOf(cell);
+                const std::string formula = Narrow(cell->getFormula());
+                // Where whole rows have a fill, the last column of the used area is
+                // the last one that Calc has had a reason to make.
+                if (formula.empty() && (row > kRows || column > kColumns)) continue;
+                const std::string all = formula + LookOf(cell);
                 if (all.empty()) continue;
                 text += name + "." +
                         ToUtf8(AreaText({row + 1, column + 1, row + 1, column + 1}, false, false)) +

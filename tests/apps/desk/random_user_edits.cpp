@@ -80,6 +80,14 @@ void RandomUser::Recalculate() {
     AskShadow("run .uno:CalculateHard");
 }
 
+namespace {
+
+bool IsWholeRow(const std::string& area) {
+    return area.find("XFD") != std::string::npos || area.find("AMJ") != std::string::npos;
+}
+
+}  // namespace
+
 void RandomUser::ChangeRows(const char* keys, const char* command) {
     if (!TakeCalc()) return;
     const std::string cell = WritableCell();
@@ -88,7 +96,7 @@ void RandomUser::ChangeRows(const char* keys, const char* command) {
     std::string row;
     calc_.AskUntil("in " + document_ + " state", [&](const std::string& state) {
         row = AreaIn(state);
-        return row.find("XFD") != std::string::npos || row.find("AMJ") != std::string::npos;
+        return IsWholeRow(row);
     });
     Note(std::string(command) + " " + row + " of " + document_);
     Press(keys);
@@ -104,7 +112,9 @@ void RandomUser::DeleteRow() { ChangeRows("ctrl+KP_Subtract", ".uno:DeleteCell")
 void RandomUser::Fill() {
     if (!TakeCalc() || WritableCell().empty()) return;
     const std::string area = AreaIn(Ask("state"));
-    if (area.empty()) return;
+    // The fill of a whole row does not go with the row in columns that Calc has not had
+    // a reason to make; looking at a cell is one.
+    if (area.empty() || IsWholeRow(area)) return;
     const std::string command =
         ".uno:BackgroundColor BackgroundColor=" + std::to_string(0x808080 + chance_.Below(1000));
     Note(command + " for " + area + " of " + document_);

@@ -197,5 +197,21 @@ TEST_F(SeveralWindows, ADialogIsFoundAgainWhereverTheUserTriesToGoOn) {
     EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
 }
 
+TEST_F(SeveralWindows, ADialogHasTheKeyboardAgainAfterAMessageOverIt) {
+    constexpr const char* kAbout = "About Korvane Explorer";
+    desktop_->Do("key alt+t sleep 0.3 key x sleep 0.3 key a");
+    ASSERT_EQ(calc_->Windows(kAbout, 1), 1);
+    WaitForKeyboard(kAbout);
+    Press("alt+u");  // asks for an update, and there is nobody to ask
+    ASSERT_EQ(calc_->Windows(kExplorer, 1), 1);
+    WaitForKeyboard(kExplorer);
+    Press("Return");
+    EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
+    WaitForKeyboard(kAbout);
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kAbout, 0), 0);
+    WaitForKeyboard("LibreOffice Calc");
+}
+
 }  // namespace
 }  // namespace korvane::test
