@@ -173,6 +173,8 @@ void RandomUser::CloseAll() {
         }
         quiet = 0;
         if (++closed > 60) throw Trouble("A window of the add-in does not close");
+        // While a cell is edited they wait.
+        if (closed % 10 == 0) TakeCalc();
         for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
             if (!Activate(*window)) continue;
             Press("Escape");
