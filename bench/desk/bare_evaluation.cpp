@@ -8,18 +8,14 @@
 #include <com/sun/star/awt/KeyModifier.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
-#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XArrayFormulaTokens.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
 #include <com/sun/star/table/XCell.hpp>
-#include <com/sun/star/task/XJob.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/ui/XAcceleratorConfiguration.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <cppuhelper/implbase2.hxx>
-#include <cppuhelper/supportsservice.hxx>
 #include <memory>
 #include <string>
 #include <utility>
@@ -235,39 +231,14 @@ private:
     std::unique_ptr<BareCalc> bare_;
 };
 
-class Job : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServiceInfo> {
-public:
-    explicit Job(Context context) : context_(std::move(context)) {}
-
-    css::uno::Any SAL_CALL
-    execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
-        const auto answers = std::make_shared<Answers>(context_);
-        test::CarryOutOrders(context_,
-                             [answers](const std::string& line) { return answers->To(line); });
-        return {};
-    }
-    rtl::OUString SAL_CALL getImplementationName() override {
-        return ToOUString(u"org.korvane.bench.BareCalc");
-    }
-    sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
-        return cppu::supportsService(this, name);
-    }
-    css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-        const rtl::OUString name = getImplementationName();
-        return css::uno::Sequence<rtl::OUString>(&name, 1);
-    }
-
-private:
-    Context context_;
-};
-
 }  // namespace
 }  // namespace korvane::bench
 
 extern "C" SAL_DLLPUBLIC_EXPORT com::sun::star::uno::XInterface* korvane_bench_bare_calc(
     com::sun::star::uno::XComponentContext* context,
     const com::sun::star::uno::Sequence<com::sun::star::uno::Any>& /*arguments*/) {
-    auto* const job = new korvane::bench::Job(context);
-    job->acquire();
-    return static_cast<cppu::OWeakObject*>(job);
+    using namespace korvane::bench;
+    return korvane::test::MakeOrderJob(context, u"org.korvane.bench.BareCalc",
+                                       [answers = std::make_shared<Answers>(Context(context))](
+                                           const std::string& line) { return answers->To(line); });
 }

@@ -14,4 +14,10 @@ void CarryOutOrders(
     const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
     std::function<std::string(const std::string&)> carry);
 
+// The job of the office's start that does so, by the name of its implementation. The
+// caller has the one reference to it, as the office wants it of a constructor.
+com::sun::star::uno::XInterface* MakeOrderJob(
+    const com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>& context,
+    const char16_t* name, std::function<std::string(const std::string&)> carry);
+
 }  // namespace korvane::test

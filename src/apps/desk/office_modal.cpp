@@ -105,7 +105,6 @@ void OfficeModal::Run(const std::function<bool()>& done) {
         // Whatever else ends the dialog (the Escape key), the wait is not over.
         while (!IsOver(waits_.back())) {
             watch_.Update();
-            if (onShown) onShown();
             dialog->execute();
         }
         Reference<css::lang::XComponent>(dialog, UNO_QUERY_THROW)->dispose();

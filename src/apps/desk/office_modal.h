@@ -45,9 +45,6 @@ public:
     void EndAll();
     bool IsWaiting() const { return !waits_.empty(); }
 
-    // Called once the office's dialog is up, which took the keyboard with it.
-    std::function<void()> onShown;
-
 private:
     struct Wait {
         const std::function<bool()>* done;

@@ -96,8 +96,6 @@ std::optional<CellAddress> FreeCells::Best(int sheet, const Reach& reach) const 
 
 // Behind the data of the whole sheet; where these reach to its edge, at least
 // behind those of the band's rows.
-// Behind the data of the whole sheet; where these reach to its edge, at least
-// behind those of the band's rows.
 std::int32_t FreeCells::FreeColumn(int sheet, int band, std::int32_t used,
                                    std::int32_t reached) const {
     const std::int32_t column = std::max(used, reached) + kGap;

@@ -8,19 +8,15 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/frame/XTitle.hpp>
-#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeReferrer.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
-#include <com/sun/star/task/XJob.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <cppuhelper/implbase2.hxx>
-#include <cppuhelper/supportsservice.hxx>
 #include <string>
 #include <utility>
 
@@ -243,39 +239,14 @@ private:
     Reference<css::frame::XModel> meant_;
 };
 
-class Job : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServiceInfo> {
-public:
-    explicit Job(Context context) : context_(std::move(context)) {}
-
-    css::uno::Any SAL_CALL
-    execute(const css::uno::Sequence<css::beans::NamedValue>& /*arguments*/) override {
-        CarryOutOrders(context_, [context = context_](const std::string& line) {
-            return Probe(context).Do(line);
-        });
-        return {};
-    }
-    rtl::OUString SAL_CALL getImplementationName() override {
-        return ToOUString(u"org.korvane.test.Probe");
-    }
-    sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
-        return cppu::supportsService(this, name);
-    }
-    css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-        const rtl::OUString name = getImplementationName();
-        return css::uno::Sequence<rtl::OUString>(&name, 1);
-    }
-
-private:
-    Context context_;
-};
-
 }  // namespace
 }  // namespace korvane::test
 
 extern "C" SAL_DLLPUBLIC_EXPORT com::sun::star::uno::XInterface* korvane_test_probe(
     com::sun::star::uno::XComponentContext* context,
     const com::sun::star::uno::Sequence<com::sun::star::uno::Any>& /*arguments*/) {
-    auto* const job = new korvane::test::Job(context);
-    job->acquire();
-    return static_cast<cppu::OWeakObject*>(job);
+    using namespace korvane::test;
+    return MakeOrderJob(
+        context, u"org.korvane.test.Probe",
+        [context = Context(context)](const std::string& line) { return Probe(context).Do(line); });
 }

@@ -99,6 +99,10 @@ private:
 
 }  // namespace
 
+bool IsCommand(const std::u16string& asked, const std::u16string& command) {
+    return asked == command || asked.starts_with(command + u"?");
+}
+
 class BracketedFrame::Interceptor
     : public cppu::WeakImplHelper2<css::frame::XDispatchProviderInterceptor,
                                    css::frame::XInterceptorInfo> {
@@ -112,10 +116,8 @@ public:
         Dispatch inner = slave.is() ? slave->queryDispatch(url, target, flags) : Dispatch();
         const std::u16string command = ToText(url.Complete);
         const auto& commands = brackets_->commands;
-        // With arguments behind it, it is the same command.
-        const bool isMeant = std::any_of(commands.begin(), commands.end(), [&](const auto& one) {
-            return command == one || command.starts_with(one + u"?");
-        });
+        const bool isMeant = std::any_of(commands.begin(), commands.end(),
+                                         [&](const auto& one) { return IsCommand(command, one); });
         if (!isMeant || !inner.is()) return inner;
         return new BracketedDispatch(std::move(inner), frame_, brackets_);
     }

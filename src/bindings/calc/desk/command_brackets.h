@@ -11,6 +11,9 @@
 
 namespace korvane::calc {
 
+// Whether `asked` is the command, with arguments behind it or without.
+bool IsCommand(const std::u16string& asked, const std::u16string& command);
+
 struct CommandBrackets {
     using Model = com::sun::star::uno::Reference<com::sun::star::frame::XModel>;
     std::vector<std::u16string> commands;  // ".uno:Copy"

@@ -71,12 +71,10 @@ std::vector<std::u16string> Commands() {
     return commands;
 }
 
-// With arguments behind it, it is the same command.
 bool OpensDialog(const std::u16string& command) {
     const auto& dialogs = DialogCommands();
-    return std::any_of(dialogs.begin(), dialogs.end(), [&](const auto& dialog) {
-        return command == dialog || command.starts_with(dialog + u"?");
-    });
+    return std::any_of(dialogs.begin(), dialogs.end(),
+                       [&](const auto& dialog) { return IsCommand(command, dialog); });
 }
 
 }  // namespace

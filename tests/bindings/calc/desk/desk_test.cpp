@@ -8,31 +8,19 @@
 #include <sstream>
 #include <thread>
 
-#include "desk_office.h"
-#include "support/desktop_fixture.h"
+#include "desk_office_fixture.h"
 
 namespace korvane::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-class CalcDesk : public DesktopTest {
+class CalcDesk : public DeskOfficeTest {
 protected:
-    void SetUp() override {
-        DesktopTest::SetUp();
-        if (desktop_) Start();
-    }
-    void EndPrograms() override { office_.reset(); }
-    void Start() {
-        office_.reset();
-        office_ = std::make_unique<DeskOffice>(*desktop_, folder_);
-        ASSERT_TRUE(office_->ready());
-    }
     void Open() {
         ASSERT_EQ(Ask("open"), "done");
         ASSERT_EQ(Ask("build"), "done");
     }
-    std::string Ask(const std::string& order) { return office_->Ask(order); }
     // The files of the profile that speak of the add-in.
     std::string InProfile() const {
         return OutputOf("grep -rilF korvane " + (folder_ / "profile/user").string());
@@ -46,8 +34,6 @@ protected:
         EXPECT_TRUE(WIFEXITED(status)) << status;
         EXPECT_EQ(WEXITSTATUS(status), 0);
     }
-
-    std::unique_ptr<DeskOffice> office_;
 };
 
 std::size_t Count(const std::string& text, const std::string& part) {

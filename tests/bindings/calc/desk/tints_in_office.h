@@ -5,11 +5,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
 
-#include "desk_office.h"
-#include "support/desktop_fixture.h"
+#include "desk_office_fixture.h"
 
 namespace korvane::test {
 
@@ -18,17 +16,10 @@ inline constexpr const char* kTintInFiles = "00ccff";
 inline constexpr const char* kTinted = "52479 own";
 inline constexpr const char* kPlain = "-1 default";
 
-class CalcTints : public DesktopTest {
+class CalcTints : public DeskOfficeTest {
 protected:
-    void SetUp() override {
-        DesktopTest::SetUp();
-        if (desktop_) Start();
-    }
-    void EndPrograms() override { office_.reset(); }
-    void Start() {
-        office_.reset();
-        office_ = std::make_unique<DeskOffice>(*desktop_, folder_);
-        ASSERT_TRUE(office_->ready());
+    void Start() override {
+        ASSERT_NO_FATAL_FAILURE(DeskOfficeTest::Start());
         ASSERT_EQ(Ask("guard " + Journals().string()), "done");
     }
     // A document of the user's with a file and one undo step.
@@ -43,7 +34,6 @@ protected:
         EXPECT_TRUE(WIFSIGNALED(office_->WaitForEnd()));
         Start();
     }
-    std::string Ask(const std::string& order) { return office_->Ask(order); }
     std::string Path(const std::string& file) const { return (folder_ / file).string(); }
     std::filesystem::path Journals() const { return folder_ / "state"; }
     bool AreThereJournals() const {
@@ -61,8 +51,6 @@ protected:
                                            "sys.stdout.buffer.write(z.read(n)+b'\\n')\"";
         return std::atoi(OutputOf(text + " | grep -aic " + kTintInFiles).c_str());
     }
-
-    std::unique_ptr<DeskOffice> office_;
 };
 
 }  // namespace korvane::test
