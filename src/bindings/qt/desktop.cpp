@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <QScreen>
 #include <QStyle>
+#include <QWindow>
 
 #include "bindings/qt/colours.h"
 
@@ -36,6 +37,18 @@ QMargins LikelyFrame() {
     if (!KnowsForeignWindows()) return {};
     const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
     return {1, title, 1, 1};
+}
+
+bool CanBeFrame(const QMargins& frame) {
+    constexpr int kWidest = 256;  // a title bar on a screen of four times the usual pixels
+    const auto isSide = [](int pixels) { return pixels >= 0 && pixels <= kWidest; };
+    return !frame.isNull() && isSide(frame.left()) && isSide(frame.top()) &&
+           isSide(frame.right()) && isSide(frame.bottom());
+}
+
+QMargins MadeFrame(const QWindow* window) {
+    const QMargins frame = window != nullptr ? window->frameMargins() : QMargins();
+    return CanBeFrame(frame) ? frame : QMargins();
 }
 
 bool KnowsForeignWindows() { return QGuiApplication::platformName() == QLatin1String("xcb"); }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "bindings/qt/desktop.h"
 #include "bindings/qt/keys.h"
 #include "bindings/qt/label_controls.h"
 #include "bindings/qt/owners.h"
@@ -169,14 +170,14 @@ void FormWindow::ShowPlace() {
 // From the frame's top left corner to the area's. Before the desktop has made the
 // frame, what it is likely to be.
 QPoint FormWindow::FrameCorner() const {
-    const QMargins made = windowHandle() ? windowHandle()->frameMargins() : QMargins();
+    const QMargins made = MadeFrame(windowHandle());
     const QMargins& frame = made.isNull() ? desk_.frame : made;
     return {frame.left(), frame.top()};
 }
 
 // Takes back what a frame of another size than expected has moved the window by.
 void FormWindow::MeetFrame() {
-    if (isFramed_ || windowHandle()->frameMargins().isNull()) return;
+    if (isFramed_ || MadeFrame(windowHandle()).isNull()) return;
     isFramed_ = true;
     if (FrameCorner() == expectedCorner_) return;
     const auto& place = Get<Place>(Property::kPlace);

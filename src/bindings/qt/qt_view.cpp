@@ -100,8 +100,8 @@ platform::ViewMetrics QtView::Metrics() const { return MetricsOf(desk_.units, fr
 
 // How wide frames are is known once there is one.
 void QtView::LearnFrame(const FormWindow& form) {
-    if (!form.isVisible() || !form.windowHandle()) return;
-    const QMargins frame = form.windowHandle()->frameMargins();
+    if (!form.isVisible()) return;
+    const QMargins frame = MadeFrame(form.windowHandle());
     if (frame.isNull() || frame == frame_) return;
     frame_ = desk_.frame = frame;
     TellMetrics();
