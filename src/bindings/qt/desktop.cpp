@@ -24,10 +24,12 @@ platform::ViewMetrics MetricsOf(const Units& units, const QMargins& frame) {
     metrics.twipsPerPixelY = static_cast<float>(units.twipsY);
     metrics.frame = {units.TwipsX(frame.left()), units.TwipsY(frame.top()),
                      units.TwipsX(frame.right()), units.TwipsY(frame.bottom())};
-    // Qt names the primary one first.
+    // Qt names the primary one first. While no monitor is on it has one without area.
     for (const QScreen* screen : QGuiApplication::screens()) {
-        metrics.monitors.push_back(
-            {PlaceOf(screen->geometry()), PlaceOf(screen->availableGeometry())});
+        const QRect bounds = screen->geometry();
+        const QRect work = screen->availableGeometry();
+        if (bounds.isEmpty()) continue;
+        metrics.monitors.push_back({PlaceOf(bounds), PlaceOf(work.isEmpty() ? bounds : work)});
     }
     metrics.windowBackground = FromQt(QGuiApplication::palette().color(QPalette::Base));
     return metrics;
