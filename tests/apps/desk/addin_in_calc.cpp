@@ -28,15 +28,13 @@ void AddinInCalc::Start() {
 void AddinInCalc::Open(const fs::path& path, const std::string& order) {
     const std::string name = path.filename().string();
     ASSERT_EQ(calc_->Ask(order + " " + path.string()), "done");
-    ASSERT_TRUE(calc_->Focus(name));
-    const auto isActive = [&](const std::string& state) { return state.starts_with(name + " "); };
-    ASSERT_TRUE(isActive(calc_->AskUntil("state", isActive)));
+    ASSERT_TRUE(calc_->Activate(name));
 }
 
 void AddinInCalc::Explore(const std::string& cell, int windows) {
     ASSERT_EQ(calc_->Ask("select " + cell), "done");
     const std::string state = calc_->Ask("state");
-    ASSERT_TRUE(calc_->Focus(state.substr(0, state.find(' '))));
+    ASSERT_TRUE(calc_->Activate(state.substr(0, state.find(' '))));
     Press("ctrl+q");
     ASSERT_EQ(calc_->Windows(kExplorer, windows), windows);
     WaitForKeyboard(kExplorer);

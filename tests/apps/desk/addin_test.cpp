@@ -40,7 +40,7 @@ TEST_F(AddinInCalc, GoesBackOverSheetsAndDocuments) {
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
     calc_->Ask("select Loan.A1");
-    ASSERT_TRUE(calc_->Focus("other.fods"));
+    ASSERT_TRUE(calc_->Activate("other.fods"));
     const auto back = [this](const std::string& where) {
         Press("alt+q");
         const auto is = [&](const std::string& state) { return Holds(state, where); };
@@ -87,7 +87,7 @@ TEST_F(AddinInCalc, DeclinesWhileACellIsEdited) {
     WaitForKeyboard(kExplorer);
     Press("Return");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("Escape");
     ExpectUntouched();
     Explore("Loan.B9");
@@ -136,7 +136,7 @@ TEST_F(AddinInCalc, AWindowTakesItsExplorersWithItThoughTheDocumentStays) {
     ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
     Press("ctrl+w");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     ExpectUntouched();
     Explore("Loan.B9");
 }

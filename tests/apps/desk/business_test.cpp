@@ -40,7 +40,7 @@ TEST_F(Busy, ADialogActsOnTheCellsThatItWasOpenedFor) {
     ASSERT_EQ(calc_->Ask("put Loan.H3 =H1"), "done");
     Explore("Loan.H3");
     ASSERT_EQ(calc_->Ask("select Loan.H2"), "done");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("BackSpace");
     ASSERT_EQ(calc_->Windows("Delete Contents", 1), 1);
     GoTo(kExplorer);
@@ -60,7 +60,7 @@ TEST_F(Busy, ADialogActsOnTheCellsThatItWasOpenedFor) {
 TEST_F(Busy, WhatIsTypedIntoACellStaysThere) {
     ExploreUnfolded();
     ASSERT_EQ(calc_->Ask("select Loan.C7"), "done");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     desktop_->Do("type hel");
     GoTo(kExplorer);
     Press("Down");
@@ -72,7 +72,7 @@ TEST_F(Busy, WhatIsTypedIntoACellStaysThere) {
     desktop_->Picture("held_while_editing");
     EXPECT_EQ(calc_->Ask("cells"), cells_);
     EXPECT_EQ(Cursor(), "Loan.C7");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     desktop_->Do("type lo");
     Settle();
     EXPECT_EQ(Cursor(), "Loan.C7");
@@ -86,14 +86,14 @@ TEST_F(Busy, AnExplorerThatIsClosedMeanwhileGoesAfterwards) {
     Explore("Loan.B9");
     EXPECT_FALSE(UnfoldAndWalkToTint().empty());
     const std::string fills = calc_->Ask("fills");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("F2");
     GoTo(kExplorer);
     Press("Escape");
     Settle();
     EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
     EXPECT_EQ(calc_->Ask("fills"), fills);
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
     ExpectUntouched();
@@ -102,13 +102,13 @@ TEST_F(Busy, AnExplorerThatIsClosedMeanwhileGoesAfterwards) {
 TEST_F(Busy, BothModesWaitToo) {
     Explore("Loan.B11");
     ASSERT_EQ(calc_->Ask("select Loan.C7"), "done");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     desktop_->Do("type hello");
     GoTo(kExplorer);
     desktop_->Do("key alt+f sleep 0.3 key alt+p sleep 0.3");
     Settle();
     EXPECT_EQ(calc_->Ask("cells"), cells_);
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("Escape");
     ExpectCursor("Loan.B11");
     GoTo(kExplorer);

@@ -32,6 +32,11 @@ CalcWithAddin::CalcWithAddin(const Desktop& desktop, const std::filesystem::path
              AskUntil("addin", known) == "yes";
 }
 
+bool CalcWithAddin::Activate(const std::string& book) {
+    const auto isActive = [&](const std::string& state) { return state.starts_with(book + " "); };
+    return Focus(book) && isActive(AskUntil("state", isActive));
+}
+
 std::vector<pid_t> CalcWithAddin::Views() const {
     std::vector<pid_t> views;
     std::istringstream ids(OutputOf("pgrep -x korvane-view -P " + std::to_string(id())));

@@ -14,6 +14,9 @@ public:
 
     // The book's window has the keyboard, and the add-in's menu is there.
     bool ready() const { return ready_; }
+    // Gives the book's window the keyboard, and waits until Calc takes it for the one
+    // that its user works in: the desktop knows sooner.
+    bool Activate(const std::string& book);
     // Waits until it is so, or for a while; whether it is.
     using DesktopOffice::Until;
     // The processes that show the add-in's windows.

@@ -100,7 +100,7 @@ void KillsInCalc::Prepare(const Business& business) {
     if (what == "explored") return Explore("Main.B2");
     if (what == "slow") return Explore("Main.B3");
     ASSERT_EQ(calc_->Ask("select Main.B2"), "done");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     if (what == "edited") Press("F2");
 }
 

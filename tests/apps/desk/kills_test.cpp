@@ -30,7 +30,7 @@ TEST_F(ViewKills, LeaveTheDocumentAndCalcAsTheyWere) {
             EXPECT_EQ(calc_->Windows("Korvane Explorer.*", 0), 0);
         }
         CloseOurs();
-        ASSERT_TRUE(calc_->Focus("loan.fods"));
+        ASSERT_TRUE(calc_->Activate("loan.fods"));
         Press("Escape");  // what was edited
         ExpectAsBefore(everything_);
         EXPECT_NE(::kill(view, 0), 0);
@@ -74,7 +74,7 @@ TEST_F(CalcKills, LeaveNoTintInWhatIsBeingSaved) {
         const std::string changed = calc_->Ask("everything");
         Explore("Main.B2");
         EXPECT_NE(WalkToTint(), "");
-        ASSERT_TRUE(calc_->Focus("loan.fods"));
+        ASSERT_TRUE(calc_->Activate("loan.fods"));
         HoldAtRandom(kSaving, [this] { return calc_->id(); });
         if (HasFatalFailure()) return;
         KillHeld();

@@ -104,6 +104,12 @@ protected:
                                  std::to_string(left) + "+" + std::to_string(top));
     }
     int PixelsOnDesktop(const std::string& colour) { return Count(colour, ""); }
+    // What is known is not always painted yet.
+    int UntilPainted(const std::function<int()>& pixels, const std::function<bool(int)>& good) {
+        int count = 0;
+        calc_->AskUntil("ready", [&](const std::string&) { return good(count = pixels()); });
+        return count;
+    }
     int Count(const std::string& colour, const std::string& crop) {
         return std::atoi(OutputOf("convert " + desktop_->Picture("screen_test") + " " + crop +
                                   " +repage -fill black +opaque '" + colour +
@@ -149,24 +155,24 @@ TEST_F(SeenInCalc, ThePartThatIsClickedIsMarkedAndItsCellsAreTinted) {
     EXPECT_EQ(Pixels(Place("text: Formula"), "#0000FF"), 0);
     Click(Row("C2:C4"));
     EXPECT_EQ(UntilMarked("Scenarios!C2:C4"), "Scenarios!C2:C4");
-    EXPECT_GT(Pixels(Place("text: Formula"), "#0000FF"), 50);
+    EXPECT_GT(UntilPainted([&] { return Pixels(Place("text: Formula"), "#0000FF"); },
+                           [](int blue) { return blue > 50; }),
+              50);
     ExpectState("$Scenarios.$C$2:$C$4 ");
     EXPECT_EQ(calc_->AskUntil("fills", [](const auto& fills) { return !fills.empty(); }),
               "Scenarios.C2=52479 Scenarios.C3=52479 Scenarios.C4=52479 ");
     // Seen on the other sheet, once they are not selected any more.
     Click(calc_->Ask("cell A30"));
     ExpectState("$Scenarios.$A$30 ");
-    int tinted = 0;
-    calc_->AskUntil(
-        "ready", [&](const std::string&) { return (tinted = PixelsOnDesktop("#00CCFF")) > 300; });
-    EXPECT_GT(tinted, 300);
+    const auto tinted = [this] { return PixelsOnDesktop("#00CCFF"); };
+    EXPECT_GT(UntilPainted(tinted, [](int count) { return count > 300; }), 300);
     Click(Row("Budget"));
     EXPECT_EQ(UntilMarked("Budget"), "Budget");
     ExpectState("$Loan.$B$7 ");
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
     ExpectUntouched();
-    EXPECT_EQ(PixelsOnDesktop("#00CCFF"), 0);
+    EXPECT_EQ(UntilPainted(tinted, [](int count) { return count == 0; }), 0);
 }
 
 TEST_F(SeenInCalc, AClickIntoTheTextSelectsThePart) {
@@ -191,7 +197,7 @@ TEST_F(SeenInCalc, MenuAndButtonExploreToo) {
     EXPECT_TRUE(Holds(Row("B9"), "Value: fits"));
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     const std::string button = calc_->Ask("button Korvane Explorer");
     ASSERT_NE(button, "nowhere");
     desktop_->Do("mousemove " + button + " click 1");
@@ -248,7 +254,7 @@ TEST_F(SeenInCalc, ProtectedSheetsShowTheSameAndNobodyIsLedAway) {
         EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
         EXPECT_EQ(calc_->Ask("steps"), steps) << sheets;
         ASSERT_EQ(calc_->Ask("select Loan.A1"), "done");
-        ASSERT_TRUE(calc_->Focus("loan.fods"));
+        ASSERT_TRUE(calc_->Activate("loan.fods"));
         Press("alt+q");
         ExpectState("$Loan.$B$9 ");
     }

@@ -39,11 +39,6 @@ protected:
         EXPECT_TRUE(stack.starts_with(wanted)) << stack;
         EXPECT_TRUE(Holds(ActiveWindow(), kExplorer)) << ActiveWindow();
     }
-    void ExpectState(const std::string& wanted) {
-        const auto is = [&](const std::string& state) { return Holds(state, wanted); };
-        const std::string state = calc_->AskUntil("state", is);
-        EXPECT_TRUE(is(state)) << state;
-    }
     void ExpectCursorIn(const std::string& book, const std::string& cell) {
         const auto is = [&](const std::string& cursor) { return cursor == cell; };
         EXPECT_EQ(calc_->AskUntil("in " + book + " cursor", is), cell);
@@ -53,7 +48,7 @@ protected:
     void ExploreAPartElsewhere() {
         Open(other());
         ASSERT_EQ(calc_->Ask("select Loan.A1"), "done");
-        ASSERT_TRUE(calc_->Focus("loan.fods"));
+        ASSERT_TRUE(calc_->Activate("loan.fods"));
         const std::string there = "'file://" + other().string() + "'#$Loan.";
         ASSERT_EQ(calc_->Ask("put Loan.H1 =" + there + "B6+" + there + "B7+B5"), "done");
         Spread();
@@ -92,8 +87,7 @@ TEST_F(SeveralWindows, TheUserGoesOnInTheDocumentThatHeActivates) {
     ASSERT_NO_FATAL_FAILURE(ExploreAPartElsewhere());
     Press("Down");
     ExpectCursorIn("other.fods", "Loan.B6");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
-    ExpectState("loan.fods ");
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     ASSERT_EQ(calc_->Ask("select Loan.B9"), "done");
     Press("ctrl+q");
     ASSERT_EQ(calc_->Windows(kExplorer, 2), 2);
@@ -110,7 +104,7 @@ TEST_F(SeveralWindows, ADocumentTakesTheExplorersThatStandAboveIt) {
     ASSERT_EQ(calc_->Ask("in other.fods close"), "done");
     EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
     EXPECT_EQ(calc_->Ask("in loan.fods fills"), "");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Explore("Loan.B9");
 }
 
@@ -127,7 +121,7 @@ TEST_F(SeveralWindows, AMinimisedDocumentIsShownAndTheExplorerKeepsTheKeyboard) 
 
 TEST_F(SeveralWindows, OneOfTwoWindowsOfADocumentMayGo) {
     Explore("Loan.B9");
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("alt+w");
     Press("n");  // New Window
     ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
@@ -164,8 +158,7 @@ TEST_F(SeveralWindows, ADocumentThatComesDuringADialogWaitsToo) {
     EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
     // Both are alive: they are typed into, and their menus and toolbars open.
     for (const char* name : {"other.fods", "loan.fods"}) {
-        ASSERT_TRUE(calc_->Focus(name));
-        ExpectState(std::string(name) + " ");
+        ASSERT_TRUE(calc_->Activate(name));
         ASSERT_EQ(calc_->Ask("select Loan.H9"), "done");
         desktop_->Do("type 7");
         Press("Return");
@@ -174,7 +167,7 @@ TEST_F(SeveralWindows, ADocumentThatComesDuringADialogWaitsToo) {
         Explore("Loan.B9");
         Press("Escape");
         EXPECT_EQ(calc_->Windows(kExplorer, 0), 0);
-        ASSERT_TRUE(calc_->Focus(name));
+        ASSERT_TRUE(calc_->Activate(name));
         ASSERT_NO_FATAL_FAILURE(OpenSettings());
         Press("Escape");
         EXPECT_EQ(calc_->Windows(kSettings, 0), 0);

@@ -42,7 +42,7 @@ TEST_F(TintsInCalc, WhatIsSavedMeanwhileHasNone) {
     EXPECT_EQ(Journals(), 1u);
     ASSERT_EQ(calc_->Ask("put Loan.D20 changed"), "done");
     ASSERT_TRUE(Holds(calc_->Ask("state"), "modified 1"));
-    ASSERT_TRUE(calc_->Focus("loan.fods"));
+    ASSERT_TRUE(calc_->Activate("loan.fods"));
     Press("ctrl+s");
     EXPECT_TRUE(
         Holds(calc_->AskUntil("state",
