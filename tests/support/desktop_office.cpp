@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -18,6 +19,12 @@ namespace {
 
 constexpr auto kPatience = 25s;
 constexpr const char* kOffice = "/usr/lib/libreoffice/program";
+
+// What the office draws with: its own plain toolkit is there wherever the office is.
+std::string Toolkit() {
+    const char* const wanted = std::getenv("KORVANE_OFFICE_TOOLKIT");
+    return wanted != nullptr && *wanted != '\0' ? wanted : "gen";
+}
 
 // Nothing that stands in front of the sheet.
 constexpr const char* kCommon = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -89,8 +96,8 @@ void Write(const fs::path& path, const std::string& text) {
 }  // namespace
 
 std::string DesktopOffice::WhyNot() {
-    if (!fs::exists(std::string(kOffice) + "/libvclplug_genlo.so")) {
-        return "the office cannot draw on an X server here";
+    if (!fs::exists(std::string(kOffice) + "/libvclplug_" + Toolkit() + "lo.so")) {
+        return "the office cannot draw with " + Toolkit() + " on an X server here";
     }
     return Desktop::WhyNot();
 }
@@ -141,9 +148,8 @@ void DesktopOffice::Start(const std::vector<std::string>& command,
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return;
     socket_ = ends[0];
     auto all = desktop_.Environment();
-    for (const char* entry : {"SAL_USE_VCLPLUGIN=gen", "SAL_DISABLE_OPENCL=1", "LC_ALL=C.UTF-8"}) {
-        all.emplace_back(entry);
-    }
+    for (const char* entry : {"SAL_DISABLE_OPENCL=1", "LC_ALL=C.UTF-8"}) all.emplace_back(entry);
+    all.push_back("SAL_USE_VCLPLUGIN=" + Toolkit());
     all.insert(all.end(), environment.begin(), environment.end());
     process_ = std::make_unique<Child>(command, all, ends[1]);
     ::close(ends[1]);

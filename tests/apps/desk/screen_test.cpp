@@ -152,12 +152,11 @@ TEST_F(SeenInCalc, ThePartThatIsClickedIsMarkedAndItsCellsAreTinted) {
     // Aside of the cells.
     desktop_->Do("search --onlyvisible --name '^" + std::string(kExplorer) +
                  "$' windowmove --sync 560 440");
-    EXPECT_EQ(Pixels(Place("text: Formula"), "#0000FF"), 0);
+    const auto marked = [this] { return Pixels(Place("text: Formula"), "#0000FF"); };
+    EXPECT_EQ(UntilPainted(marked, [](int count) { return count == 0; }), 0);
     Click(Row("C2:C4"));
     EXPECT_EQ(UntilMarked("Scenarios!C2:C4"), "Scenarios!C2:C4");
-    EXPECT_GT(UntilPainted([&] { return Pixels(Place("text: Formula"), "#0000FF"); },
-                           [](int blue) { return blue > 50; }),
-              50);
+    EXPECT_GT(UntilPainted(marked, [](int count) { return count > 50; }), 50);
     ExpectState("$Scenarios.$C$2:$C$4 ");
     EXPECT_EQ(calc_->AskUntil("fills", [](const auto& fills) { return !fills.empty(); }),
               "Scenarios.C2=52479 Scenarios.C3=52479 Scenarios.C4=52479 ");

@@ -10,6 +10,7 @@
 #include <cppuhelper/implbase1.hxx>
 #include <rtl/ref.hxx>
 
+#include "bindings/calc/desk/native_dialogs.h"
 #include "bindings/calc/uno_text.h"
 
 namespace korvane::calc {
@@ -62,6 +63,7 @@ bool IsEditing(const Reference<css::uno::XComponentContext>& context,
 }
 
 bool IsAnswering(const Reference<css::uno::XComponentContext>& context) {
+    if (IsGtkDialogWaiting()) return true;
     const Reference<css::awt::XExtendedToolkit> toolkit(css::awt::Toolkit::create(context),
                                                         UNO_QUERY);
     if (!toolkit.is()) return false;
