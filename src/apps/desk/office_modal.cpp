@@ -11,9 +11,11 @@
 
 #include "base/attempt.h"
 #include "base/error.h"
+#include "base/text.h"
 #include "bindings/calc/desk/frame_window.h"
 #include "bindings/calc/errors.h"
 #include "bindings/calc/uno_text.h"
+#include "platform/window/host_waits.h"
 
 namespace korvane::desk {
 
@@ -53,7 +55,7 @@ Reference<css::awt::XDialog2> OfficeModal::MakeDialog() {
     Set(properties, u"Moveable", false);
     Set(properties, u"Width", kSize);
     Set(properties, u"Height", kSize);
-    Set(properties, u"Title", ToOUString(u"Korvane Explorer is waiting"));
+    Set(properties, u"Title", ToOUString(ToUtf16(platform::kHostWaits)));
     const Reference<css::awt::XControl> control(
         services->createInstanceWithContext(ToOUString(u"com.sun.star.awt.UnoControlDialog"),
                                             context_),
@@ -120,7 +122,11 @@ void OfficeModal::WantAnswer(const Frame& tried) {
 
 void OfficeModal::Look() {
     blocked_.Look();
-    if (!waits_.empty() && IsOver(waits_.back())) waits_.back().dialog->endDialog(0);
+    if (waits_.empty() || !IsOver(waits_.back())) return;
+    // Before the view hears that its window is hidden: the desktop then gives the keyboard
+    // to one of the office's, and one that is still disabled would not take note of it.
+    if (waits_.size() == 1) blocked_.Release();
+    waits_.back().dialog->endDialog(0);
 }
 
 void OfficeModal::EndAll() {

@@ -2,21 +2,17 @@
 
 #include <xcb/xcb.h>
 
-#include <QGuiApplication>
 #include <QWindow>
+
+#include "bindings/qt/x_server.h"
 
 namespace korvane::qt {
 
 namespace {
 
-xcb_connection_t* Server() {
-    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
 // The toolkit tells the window manager only when the window is shown the next time.
 void TellOwner(const QWindow& window, const QWindow* owner) {
-    xcb_connection_t* const server = Server();
+    xcb_connection_t* const server = XServer();
     if (!server) return;
     const auto id = static_cast<xcb_window_t>(window.winId());
     if (owner) {

@@ -92,6 +92,12 @@ void QtView::Settle() {
         if (FormWindow* form = Find(id)) form->Reconcile();
         if (FormWindow* form = Find(id)) LearnFrame(*form);
     }
+    LookAtKeyboard();
+}
+
+// The desktop may have left it where it was when it showed what waits now.
+void QtView::LookAtKeyboard() {
+    if (QApplication::activeModalWidget()) active_.Look();
 }
 
 // ---- the desktop ---------------------------------------------------------
@@ -165,6 +171,7 @@ void QtView::Ask(const platform::MessageAsked& message) {
     Settle();  // the box comes after what was shown before
     QWidget* active = QApplication::activeWindow();
     messages_.Ask(message, active ? active->windowHandle() : WindowOf(message.owner));
+    LookAtKeyboard();
 }
 
 // What waits may stand above another window that waits, and so on; the last of them is

@@ -9,10 +9,12 @@
 #include <memory>
 #include <vector>
 
+#include "bindings/qt/active_window.h"
 #include "bindings/qt/desk.h"
 #include "bindings/qt/form_window.h"
 #include "bindings/qt/lost_windows.h"
 #include "bindings/qt/message_box.h"
+#include "platform/window/host_waits.h"
 #include "platform/window/link.h"
 #include "platform/window/view.h"
 
@@ -59,6 +61,7 @@ private:
     void SettleSoon();
     void LearnFrame(const FormWindow& form);
     void LookAtDesktop();
+    void LookAtKeyboard();
     void TellMetrics();
     void Focus(std::int64_t handle);
     QWindow* WindowOf(std::int64_t handle);
@@ -74,6 +77,10 @@ private:
     QMargins frame_;
     platform::ViewMetrics told_;
     std::optional<std::int64_t> focus_;  // to be given
+    // What waits keeps the keyboard.
+    ActiveWindow active_{[this](const QByteArray& title) {
+        if (title == platform::kHostWaits) WantAnswer({});
+    }};
     LostWindows lost_{[this](quintptr window) { LoseWindow(window); }};
     bool settlesSoon_ = false;
     bool desktopChanged_ = false;

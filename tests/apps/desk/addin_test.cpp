@@ -63,9 +63,7 @@ TEST_F(AddinInCalc, BothModesWork) {
 }
 
 TEST_F(AddinInCalc, SettingsAreChangedInTheDialogAndKept) {
-    Press("alt+t");
-    Press("x");
-    Press("s");
+    desktop_->Do("key alt+t sleep 0.3 key x sleep 0.3 key s");
     ASSERT_EQ(calc_->Windows("Korvane Explorer Settings", 1), 1);
     WaitForKeyboard("Korvane Explorer Settings");
     // Calc does not take the keyboard while it waits.
@@ -128,8 +126,7 @@ TEST_F(AddinInCalc, ADocumentTakesItsExplorersWithIt) {
 }
 
 TEST_F(AddinInCalc, AWindowTakesItsExplorersWithItThoughTheDocumentStays) {
-    Press("alt+w");
-    Press("n");  // New Window
+    desktop_->Do("key alt+w sleep 0.3 key n");  // New Window
     ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
     Press("ctrl+q");
     ASSERT_EQ(calc_->Windows(kExplorer, 1), 1);

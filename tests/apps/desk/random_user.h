@@ -8,6 +8,7 @@
 
 #include "calc_with_addin.h"
 #include "chance.h"
+#include "platform/window/host_waits.h"
 #include "shadow_calc.h"
 
 namespace korvane::test {
@@ -79,7 +80,7 @@ private:
     bool TakeExplorer();
     std::vector<std::string> Find(const std::string& title) const;
     // A dialog or notice of the add-in waits for an answer.
-    bool IsWaiting() const { return !Find("Korvane Explorer is waiting").empty(); }
+    bool IsWaiting() const { return !Find(platform::kHostWaits).empty(); }
     void AnswerAll();
     void CloseAll();
     void CheckOwners();

@@ -190,7 +190,7 @@ TEST_F(SeenInCalc, AClickIntoTheTextSelectsThePart) {
 
 TEST_F(SeenInCalc, MenuAndButtonExploreToo) {
     ASSERT_EQ(calc_->Ask("select Loan.B9"), "done");
-    Press("alt+t d x");  // Tools, Detective
+    desktop_->Do("key alt+t sleep 0.3 key d sleep 0.3 key x");  // Tools, Detective
     EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
     WaitForKeyboard(kExplorer);
     EXPECT_TRUE(Holds(Row("B9"), "Value: fits"));

@@ -122,8 +122,7 @@ TEST_F(SeveralWindows, AMinimisedDocumentIsShownAndTheExplorerKeepsTheKeyboard) 
 TEST_F(SeveralWindows, OneOfTwoWindowsOfADocumentMayGo) {
     Explore("Loan.B9");
     ASSERT_TRUE(calc_->Activate("loan.fods"));
-    Press("alt+w");
-    Press("n");  // New Window
+    desktop_->Do("key alt+w sleep 0.3 key n");  // New Window
     ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
     Press("ctrl+w");
     desktop_->Do("search --onlyvisible --name '^" + std::string(kExplorer) +

@@ -1,0 +1,91 @@
+#include "bindings/qt/active_window.h"
+
+#include <xcb/xcb.h>
+
+#include <QGuiApplication>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "bindings/qt/x_server.h"
+
+namespace korvane::qt {
+
+namespace {
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+using Property = std::unique_ptr<xcb_get_property_reply_t, Free>;
+
+xcb_atom_t AtomOf(xcb_connection_t* server, const char* name) {
+    const auto length = static_cast<std::uint16_t>(std::strlen(name));
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
+        xcb_intern_atom_reply(server, xcb_intern_atom(server, 0, length, name), nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+Property Get(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property) {
+    constexpr std::uint32_t kLongest = 64;  // in units of four bytes
+    const auto asked = xcb_get_property(server, 0, window, property, XCB_ATOM_ANY, 0, kLongest);
+    return Property(xcb_get_property_reply(server, asked, nullptr));
+}
+
+xcb_window_t Active(xcb_connection_t* server, xcb_atom_t property) {
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    const auto value = Get(server, root, property);
+    xcb_window_t window = XCB_WINDOW_NONE;
+    if (value && value->format == 32 && xcb_get_property_value_length(value.get()) >= 4) {
+        std::memcpy(&window, xcb_get_property_value(value.get()), sizeof window);
+    }
+    return window;
+}
+
+// Empty for a window that is gone by now.
+QByteArray TitleOf(xcb_connection_t* server, xcb_window_t window) {
+    const auto title = Get(server, window, XCB_ATOM_WM_NAME);
+    if (!title || title->format != 8) return {};
+    return {static_cast<const char*>(xcb_get_property_value(title.get())),
+            xcb_get_property_value_length(title.get())};
+}
+
+}  // namespace
+
+ActiveWindow::ActiveWindow(std::function<void(const QByteArray& title)> changed)
+    : changed_(std::move(changed)) {
+    xcb_connection_t* const server = XServer();
+    if (!server) return;
+    atom_ = AtomOf(server, "_NET_ACTIVE_WINDOW");
+    soon_.setSingleShot(true);
+    constexpr std::chrono::milliseconds kRest{80};
+    soon_.setInterval(kRest);
+    QObject::connect(&soon_, &QTimer::timeout, [this, server] {
+        const auto window = Active(server, atom_);
+        if (window != XCB_WINDOW_NONE) changed_(TitleOf(server, window));
+    });
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+ActiveWindow::~ActiveWindow() {
+    if (auto* application = QCoreApplication::instance())
+        application->removeNativeEventFilter(this);
+}
+
+// The toolkit has asked for the root window's changes for itself.
+bool ActiveWindow::nativeEventFilter(const QByteArray& eventType, void* message,
+                                     qintptr* /*result*/) {
+    if (eventType != "xcb_generic_event_t") return false;
+    const auto* const event = static_cast<const xcb_generic_event_t*>(message);
+    if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return false;
+    const auto* const change = static_cast<const xcb_property_notify_event_t*>(message);
+    if (change->atom == atom_) Look();
+    return false;
+}
+
+void ActiveWindow::Look() {
+    if (atom_ != 0 && !soon_.isActive()) soon_.start();
+}
+
+}  // namespace korvane::qt
