@@ -4,7 +4,7 @@
 set -eu
 
 run='g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev libreoffice-calc libreoffice-dev qt6-base-dev qt6-svg-dev libxcb1-dev libcurl4-openssl-dev python3 python3-markdown'
-test="$run openssl clang libclang-rt-dev procps xvfb openbox xdotool x11-utils imagemagick fonts-wqy-microhei dbus at-spi2-core gir1.2-atspi-2.0 python3-gi dpkg-dev desktop-file-utils appstream man-db debootstrap"
+test="$run openssl clang libclang-rt-dev procps xvfb openbox xdotool x11-utils libreoffice-gtk3 imagemagick fonts-wqy-microhei dbus at-spi2-core gir1.2-atspi-2.0 python3-gi dpkg-dev desktop-file-utils appstream man-db debootstrap"
 dev="$test libbenchmark-dev libx11-dev libxtst-dev libxdamage-dev clang-format clang-tidy python3"
 
 case ${1:-} in

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QWindow>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +15,8 @@
 namespace korvane::qt {
 
 namespace {
+
+constexpr const char* kActiveWindow = "_NET_ACTIVE_WINDOW";
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
@@ -33,9 +36,12 @@ Property Get(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property)
     return Property(xcb_get_property_reply(server, asked, nullptr));
 }
 
+xcb_window_t Root(xcb_connection_t* server) {
+    return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+}
+
 xcb_window_t Active(xcb_connection_t* server, xcb_atom_t property) {
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
-    const auto value = Get(server, root, property);
+    const auto value = Get(server, Root(server), property);
     xcb_window_t window = XCB_WINDOW_NONE;
     if (value && value->format == 32 && xcb_get_property_value_length(value.get()) >= 4) {
         std::memcpy(&window, xcb_get_property_value(value.get()), sizeof window);
@@ -43,28 +49,26 @@ xcb_window_t Active(xcb_connection_t* server, xcb_atom_t property) {
     return window;
 }
 
-// Empty for a window that is gone by now.
-QByteArray TitleOf(xcb_connection_t* server, xcb_window_t window) {
+// Null for none, and for one that is gone by now.
+std::optional<QByteArray> TitleOf(xcb_connection_t* server, xcb_window_t window) {
+    if (window == XCB_WINDOW_NONE) return std::nullopt;
     const auto title = Get(server, window, XCB_ATOM_WM_NAME);
-    if (!title || title->format != 8) return {};
-    return {static_cast<const char*>(xcb_get_property_value(title.get())),
-            xcb_get_property_value_length(title.get())};
+    if (!title) return std::nullopt;
+    return QByteArray(static_cast<const char*>(xcb_get_property_value(title.get())),
+                      xcb_get_property_value_length(title.get()));
 }
 
 }  // namespace
 
-ActiveWindow::ActiveWindow(std::function<void(const QByteArray& title)> changed)
-    : changed_(std::move(changed)) {
+ActiveWindow::ActiveWindow(Changed changed) : changed_(std::move(changed)) {
     xcb_connection_t* const server = XServer();
     if (!server) return;
-    atom_ = AtomOf(server, "_NET_ACTIVE_WINDOW");
+    atom_ = AtomOf(server, kActiveWindow);
     soon_.setSingleShot(true);
     constexpr std::chrono::milliseconds kRest{80};
     soon_.setInterval(kRest);
-    QObject::connect(&soon_, &QTimer::timeout, [this, server] {
-        const auto window = Active(server, atom_);
-        if (window != XCB_WINDOW_NONE) changed_(TitleOf(server, window));
-    });
+    QObject::connect(&soon_, &QTimer::timeout,
+                     [this, server] { changed_(TitleOf(server, Active(server, atom_))); });
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -86,6 +90,21 @@ bool ActiveWindow::nativeEventFilter(const QByteArray& eventType, void* message,
 
 void ActiveWindow::Look() {
     if (atom_ != 0 && !soon_.isActive()) soon_.start();
+}
+
+void ActivateAny(const QWindow& window) {
+    xcb_connection_t* const server = XServer();
+    if (!server) return;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = AtomOf(server, kActiveWindow);
+    constexpr std::uint32_t kByTaskBar = 2;
+    message.data.data32[0] = kByTaskBar;
+    const auto heard = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_send_event(server, 0, Root(server), heard, reinterpret_cast<const char*>(&message));
+    xcb_flush(server);
 }
 
 }  // namespace korvane::qt

@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QTimer>
 #include <functional>
+#include <optional>
+
+class QWindow;
 
 namespace korvane::qt {
 
@@ -12,9 +15,11 @@ namespace korvane::qt {
 // hears nothing.
 class ActiveWindow : public QAbstractNativeEventFilter {
 public:
-    // `changed` is called with the title of the window that has it (in any encoding) soon
-    // after: a keyboard that goes to and fro comes to rest first.
-    explicit ActiveWindow(std::function<void(const QByteArray& title)> changed);
+    // With the title of the window that has it, in any encoding; null when none has, or one
+    // that is gone: a desktop may lose track of the keyboard.
+    using Changed = std::function<void(const std::optional<QByteArray>& title)>;
+    // `changed` is called soon after: a keyboard that goes to and fro comes to rest first.
+    explicit ActiveWindow(Changed changed);
     ~ActiveWindow() override;
     ActiveWindow(const ActiveWindow&) = delete;
     ActiveWindow& operator=(const ActiveWindow&) = delete;
@@ -25,9 +30,13 @@ public:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private:
-    std::function<void(const QByteArray& title)> changed_;
+    Changed changed_;
     quint32 atom_ = 0;  // _NET_ACTIVE_WINDOW
     QTimer soon_;
 };
+
+// Asks the desktop to give the keyboard to a window of any program, as a task bar does:
+// the toolkit only asks for windows that it has shown itself. Nothing but on X11.
+void ActivateAny(const QWindow& window);
 
 }  // namespace korvane::qt

@@ -8,6 +8,7 @@
 #include "bindings/qt/desktop.h"
 #include "bindings/qt/owners.h"
 #include "bindings/qt/text.h"
+#include "platform/window/host_waits.h"
 
 namespace korvane::qt {
 
@@ -97,7 +98,25 @@ void QtView::Settle() {
 
 // The desktop may have left it where it was when it showed what waits now.
 void QtView::LookAtKeyboard() {
-    if (QApplication::activeModalWidget()) active_.Look();
+    const QWidget* const front = QApplication::activeModalWidget();
+    if (!front && waitsAbove_) active_.Look();
+    if (!front || !front->windowHandle()) return;
+    QWindow* bottom = front->windowHandle();
+    while (bottom->transientParent()) bottom = bottom->transientParent();
+    waitsAbove_ = bottom;
+    active_.Look();
+}
+
+// What waits keeps the keyboard. After it the host's window has it again: the window by
+// which the host waits ends at the same time, and a desktop that was just about to choose
+// that one leaves the keyboard to nobody.
+void QtView::KeepKeyboard(const std::optional<QByteArray>& activeTitle) {
+    if (QApplication::activeModalWidget()) {
+        if (activeTitle == platform::kHostWaits) WantAnswer({});
+        return;
+    }
+    if (!activeTitle && waitsAbove_) ActivateAny(*waitsAbove_);
+    waitsAbove_ = nullptr;
 }
 
 // ---- the desktop ---------------------------------------------------------

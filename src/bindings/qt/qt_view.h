@@ -14,7 +14,6 @@
 #include "bindings/qt/form_window.h"
 #include "bindings/qt/lost_windows.h"
 #include "bindings/qt/message_box.h"
-#include "platform/window/host_waits.h"
 #include "platform/window/link.h"
 #include "platform/window/view.h"
 
@@ -62,6 +61,7 @@ private:
     void LearnFrame(const FormWindow& form);
     void LookAtDesktop();
     void LookAtKeyboard();
+    void KeepKeyboard(const std::optional<QByteArray>& activeTitle);
     void TellMetrics();
     void Focus(std::int64_t handle);
     QWindow* WindowOf(std::int64_t handle);
@@ -77,10 +77,8 @@ private:
     QMargins frame_;
     platform::ViewMetrics told_;
     std::optional<std::int64_t> focus_;  // to be given
-    // What waits keeps the keyboard.
-    ActiveWindow active_{[this](const QByteArray& title) {
-        if (title == platform::kHostWaits) WantAnswer({});
-    }};
+    QPointer<QWindow> waitsAbove_;       // the host's window, while something waits
+    ActiveWindow active_{[this](const auto& title) { KeepKeyboard(title); }};
     LostWindows lost_{[this](quintptr window) { LoseWindow(window); }};
     bool settlesSoon_ = false;
     bool desktopChanged_ = false;

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "addin_in_calc.h"
+#include "platform/window/host_waits.h"
 
 namespace korvane::test {
 namespace {
@@ -187,6 +188,19 @@ TEST_F(SeveralWindows, ADialogIsFoundAgainWhereverTheUserTriesToGoOn) {
     }
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
+}
+
+// The window by which Calc waits is nobody's to type into, whoever gave it the keyboard.
+TEST_F(SeveralWindows, ADialogKeepsTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(OpenSettings());
+    for (int k = 0; k < 3; ++k) {
+        desktop_->Do("search --onlyvisible --name '^" + std::string(platform::kHostWaits) +
+                     "$' windowfocus --sync");
+        WaitForKeyboard(kSettings);
+    }
+    Press("Escape");
+    EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
+    WaitForKeyboard("loan.fods");
 }
 
 TEST_F(SeveralWindows, ADialogHasTheKeyboardAgainAfterAMessageOverIt) {
