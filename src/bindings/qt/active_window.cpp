@@ -40,22 +40,31 @@ xcb_window_t Root(xcb_connection_t* server) {
     return xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
 }
 
-xcb_window_t Active(xcb_connection_t* server, xcb_atom_t property) {
-    const auto value = Get(server, Root(server), property);
-    xcb_window_t window = XCB_WINDOW_NONE;
+// The property as one number; 0 without.
+std::uint32_t GetNumber(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property) {
+    const auto value = Get(server, window, property);
+    std::uint32_t number = 0;
     if (value && value->format == 32 && xcb_get_property_value_length(value.get()) >= 4) {
-        std::memcpy(&window, xcb_get_property_value(value.get()), sizeof window);
+        std::memcpy(&number, xcb_get_property_value(value.get()), sizeof number);
     }
-    return window;
+    return number;
 }
 
-// Null for none, and for one that is gone by now.
-std::optional<QByteArray> TitleOf(xcb_connection_t* server, xcb_window_t window) {
-    if (window == XCB_WINDOW_NONE) return std::nullopt;
-    const auto title = Get(server, window, XCB_ATOM_WM_NAME);
+std::uint32_t ProcessOf(xcb_connection_t* server, xcb_window_t window) {
+    return GetNumber(server, window, AtomOf(server, "_NET_WM_PID"));
+}
+
+std::optional<KeyboardHolder> Holder(xcb_connection_t* server, xcb_atom_t activeWindow) {
+    KeyboardHolder holder;
+    holder.window = GetNumber(server, Root(server), activeWindow);
+    if (holder.window == XCB_WINDOW_NONE) return std::nullopt;
+    const auto title = Get(server, holder.window, XCB_ATOM_WM_NAME);
     if (!title) return std::nullopt;
-    return QByteArray(static_cast<const char*>(xcb_get_property_value(title.get())),
-                      xcb_get_property_value_length(title.get()));
+    holder.title = QByteArray(static_cast<const char*>(xcb_get_property_value(title.get())),
+                              xcb_get_property_value_length(title.get()));
+    holder.process = ProcessOf(server, holder.window);
+    holder.hasOwner = GetNumber(server, holder.window, XCB_ATOM_WM_TRANSIENT_FOR) != 0;
+    return holder;
 }
 
 }  // namespace
@@ -67,8 +76,7 @@ ActiveWindow::ActiveWindow(Changed changed) : changed_(std::move(changed)) {
     soon_.setSingleShot(true);
     constexpr std::chrono::milliseconds kRest{80};
     soon_.setInterval(kRest);
-    QObject::connect(&soon_, &QTimer::timeout,
-                     [this, server] { changed_(TitleOf(server, Active(server, atom_))); });
+    QObject::connect(&soon_, &QTimer::timeout, [this, server] { changed_(Holder(server, atom_)); });
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -90,6 +98,11 @@ bool ActiveWindow::nativeEventFilter(const QByteArray& eventType, void* message,
 
 void ActiveWindow::Look() {
     if (atom_ != 0 && !soon_.isActive()) soon_.start();
+}
+
+quint32 ProcessOf(const QWindow& window) {
+    xcb_connection_t* const server = XServer();
+    return server ? ProcessOf(server, static_cast<xcb_window_t>(window.winId())) : 0;
 }
 
 void ActivateAny(const QWindow& window) {

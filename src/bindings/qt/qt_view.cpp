@@ -107,16 +107,21 @@ void QtView::LookAtKeyboard() {
     active_.Look();
 }
 
-// What waits keeps the keyboard. After it the host's window has it again: the window by
-// which the host waits ends at the same time, and a desktop that was just about to choose
-// that one leaves the keyboard to nobody.
-void QtView::KeepKeyboard(const std::optional<QByteArray>& activeTitle) {
+// What waits keeps the keyboard. After it the host's window has it again, as after any
+// dialog. The desktop may have given it to another one of the host's, which was still
+// blocked and took no note of it, or, just when it chose the window by which the host
+// waits and that ended, to nobody.
+void QtView::KeepKeyboard(const std::optional<KeyboardHolder>& holder) {
+    const bool isByHost = holder && holder->title == platform::kHostWaits;
     if (QApplication::activeModalWidget()) {
-        if (activeTitle == platform::kHostWaits) WantAnswer({});
+        if (isByHost) WantAnswer({});
         return;
     }
-    if (!activeTitle && waitsAbove_) ActivateAny(*waitsAbove_);
-    waitsAbove_ = nullptr;
+    QWindow* const above = std::exchange(waitsAbove_, nullptr);
+    if (!above || (holder && holder->window == above->winId())) return;
+    const bool isHosts =
+        holder && !holder->hasOwner && holder->process != 0 && holder->process == ProcessOf(*above);
+    if (!holder || isByHost || isHosts) ActivateAny(*above);
 }
 
 // ---- the desktop ---------------------------------------------------------

@@ -156,6 +156,7 @@ TEST_F(SeveralWindows, ADocumentThatComesDuringADialogWaitsToo) {
     desktop_->Picture("settings_over_two_documents");
     Press("Escape");
     EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
+    WaitForKeyboard("loan.fods");
     // Both are alive: they are typed into, and their menus and toolbars open.
     for (const char* name : {"other.fods", "loan.fods"}) {
         ASSERT_TRUE(calc_->Activate(name));
