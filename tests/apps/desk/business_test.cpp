@@ -18,6 +18,13 @@ protected:
         const auto is = [&](const std::string& cursor) { return cursor == cell; };
         EXPECT_EQ(calc_->AskUntil("cursor", is), cell);
     }
+    // Does something in Calc that begins to edit the selected cell.
+    void Edit(const std::string& keys) {
+        ASSERT_TRUE(calc_->Activate("loan.fods"));
+        desktop_->Do(keys);
+        const auto is = [](const std::string& answer) { return answer == "yes"; };
+        ASSERT_TRUE(is(calc_->AskUntil("editing", is)));
+    }
     // An explorer whose rows are all there, with the keyboard. None is selected.
     void ExploreUnfolded() {
         Explore("Loan.B9");
@@ -60,8 +67,7 @@ TEST_F(Busy, ADialogActsOnTheCellsThatItWasOpenedFor) {
 TEST_F(Busy, WhatIsTypedIntoACellStaysThere) {
     ExploreUnfolded();
     ASSERT_EQ(calc_->Ask("select Loan.C7"), "done");
-    ASSERT_TRUE(calc_->Activate("loan.fods"));
-    desktop_->Do("type hel");
+    ASSERT_NO_FATAL_FAILURE(Edit("type hel"));
     GoTo(kExplorer);
     Press("Down");
     Press("Down");
@@ -86,8 +92,7 @@ TEST_F(Busy, AnExplorerThatIsClosedMeanwhileGoesAfterwards) {
     Explore("Loan.B9");
     EXPECT_FALSE(UnfoldAndWalkToTint().empty());
     const std::string fills = calc_->Ask("fills");
-    ASSERT_TRUE(calc_->Activate("loan.fods"));
-    Press("F2");
+    ASSERT_NO_FATAL_FAILURE(Edit("key F2"));
     GoTo(kExplorer);
     Press("Escape");
     Settle();
@@ -102,8 +107,7 @@ TEST_F(Busy, AnExplorerThatIsClosedMeanwhileGoesAfterwards) {
 TEST_F(Busy, BothModesWaitToo) {
     Explore("Loan.B11");
     ASSERT_EQ(calc_->Ask("select Loan.C7"), "done");
-    ASSERT_TRUE(calc_->Activate("loan.fods"));
-    desktop_->Do("type hello");
+    ASSERT_NO_FATAL_FAILURE(Edit("type hello"));
     GoTo(kExplorer);
     desktop_->Do("key alt+f sleep 0.3 key alt+p sleep 0.3");
     Settle();

@@ -23,6 +23,7 @@
 #include "base/a1.h"
 #include "base/text.h"
 #include "bindings/calc/desk/spreadsheet_module.h"
+#include "bindings/calc/desk/user_business.h"
 #include "bindings/calc/uno_text.h"
 #include "probe_documents.h"
 #include "support/office_orders.h"
@@ -86,6 +87,7 @@ public:
             if (order == "ready")
                 return Model().is() && Model()->getCurrentController().is() ? "yes" : "no";
             if (order == "addin") return HasMenu() ? "yes" : "no";
+            if (order == "editing") return IsEditing() ? "yes" : "no";
             if (order == "state") return State();
             if (order == "cells") return Cells();
             if (order == "fills") return Fills();
@@ -132,6 +134,9 @@ private:
     }
 
     // The add-in has started: its menu is there.
+    bool IsEditing() const {
+        return calc::IsEditing(context_, Model()->getCurrentController()->getFrame());
+    }
     bool HasMenu() const {
         const auto menus = calc::SpreadsheetModule(context_)->getSettings(
             ToOUString(u"private:resource/menubar/menubar"), false);
