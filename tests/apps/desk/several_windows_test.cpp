@@ -197,7 +197,7 @@ TEST_F(SeveralWindows, ADialogKeepsTheKeyboard) {
     ASSERT_NO_FATAL_FAILURE(OpenSettings());
     for (int k = 0; k < 3; ++k) {
         desktop_->Do("search --onlyvisible --name '^" + std::string(platform::kHostWaits) +
-                     "$' windowfocus --sync");
+                     "$' windowfocus sleep 0.2");
         WaitForKeyboard(kSettings);
     }
     Press("Escape");
