@@ -67,7 +67,7 @@ public:
     explicit End(std::weak_ptr<RunningAddin> addin) : addin_(std::move(addin)) {}
     void SAL_CALL queryTermination(const css::lang::EventObject& /*source*/) override {
         const auto addin = addin_.lock();
-        if (addin && !addin->MayEnd()) throw css::frame::TerminationVetoException();
+        if (addin && !addin->IsAnswered()) throw css::frame::TerminationVetoException();
     }
     void SAL_CALL notifyTermination(const css::lang::EventObject& /*source*/) override {
         if (const auto addin = addin_.lock()) addin->End();

@@ -124,10 +124,7 @@ bool RunningAddin::MayRun(Addin::Kind kind) {
 }
 
 bool RunningAddin::IsUserFree() {
-    if (modal_.IsWaiting()) {
-        modal_.WantAnswer(ActiveFrame());
-        return false;
-    }
+    if (!IsAnswered()) return false;
     const std::u16string first = WhatIsToBeFinished(context_, ActiveFrame());
     if (first.empty()) return true;
     Suppressed([&] {
@@ -247,7 +244,7 @@ void RunningAddin::NoteChange() {
     });
 }
 
-bool RunningAddin::MayEnd() {
+bool RunningAddin::IsAnswered() {
     if (!modal_.IsWaiting()) return true;
     Suppressed([this] { modal_.WantAnswer(ActiveFrame()); });
     return false;

@@ -44,8 +44,9 @@ public:
     void NoteClosed();
     // Something has become of the office's windows.
     void NoteChange();
-    // The office is asked to end: whether it may, because it waits for no answer.
-    bool MayEnd();
+    // Nothing of ours waits for an answer; what does comes before the user's eyes, who
+    // wants to go on or to end the office.
+    bool IsAnswered();
     // The office ends.
     void End();
 

@@ -1,16 +1,11 @@
 #include "bindings/qt/active_window.h"
 
-#include <xcb/xcb.h>
-
-#include <QGuiApplication>
 #include <QWindow>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <utility>
-
-#include "bindings/qt/x_server.h"
 
 namespace korvane::qt {
 
@@ -54,9 +49,32 @@ std::uint32_t ProcessOf(xcb_connection_t* server, xcb_window_t window) {
     return GetNumber(server, window, AtomOf(server, "_NET_WM_PID"));
 }
 
-std::optional<KeyboardHolder> Holder(xcb_connection_t* server, xcb_atom_t activeWindow) {
+}  // namespace
+
+ActiveWindow::ActiveWindow(std::function<void()> changed) {
+    if (!XServer()) return;
+    atom_ = AtomOf(XServer(), kActiveWindow);
+    soon_.setSingleShot(true);
+    constexpr std::chrono::milliseconds kRest{80};
+    soon_.setInterval(kRest);
+    QObject::connect(&soon_, &QTimer::timeout, std::move(changed));
+}
+
+// The toolkit has asked for the root window's changes for itself.
+void ActiveWindow::Hear(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+    if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == atom_) Look();
+}
+
+void ActiveWindow::Look() {
+    if (atom_ != XCB_ATOM_NONE && !soon_.isActive()) soon_.start();
+}
+
+std::optional<KeyboardHolder> ActiveWindow::Holder() const {
+    xcb_connection_t* const server = XServer();
+    if (!server) return std::nullopt;
     KeyboardHolder holder;
-    holder.window = GetNumber(server, Root(server), activeWindow);
+    holder.window = GetNumber(server, Root(server), atom_);
     if (holder.window == XCB_WINDOW_NONE) return std::nullopt;
     const auto title = Get(server, holder.window, XCB_ATOM_WM_NAME);
     if (!title) return std::nullopt;
@@ -65,39 +83,6 @@ std::optional<KeyboardHolder> Holder(xcb_connection_t* server, xcb_atom_t active
     holder.process = ProcessOf(server, holder.window);
     holder.hasOwner = GetNumber(server, holder.window, XCB_ATOM_WM_TRANSIENT_FOR) != 0;
     return holder;
-}
-
-}  // namespace
-
-ActiveWindow::ActiveWindow(Changed changed) : changed_(std::move(changed)) {
-    xcb_connection_t* const server = XServer();
-    if (!server) return;
-    atom_ = AtomOf(server, kActiveWindow);
-    soon_.setSingleShot(true);
-    constexpr std::chrono::milliseconds kRest{80};
-    soon_.setInterval(kRest);
-    QObject::connect(&soon_, &QTimer::timeout, [this, server] { changed_(Holder(server, atom_)); });
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
-
-ActiveWindow::~ActiveWindow() {
-    if (auto* application = QCoreApplication::instance())
-        application->removeNativeEventFilter(this);
-}
-
-// The toolkit has asked for the root window's changes for itself.
-bool ActiveWindow::nativeEventFilter(const QByteArray& eventType, void* message,
-                                     qintptr* /*result*/) {
-    if (eventType != "xcb_generic_event_t") return false;
-    const auto* const event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return false;
-    const auto* const change = static_cast<const xcb_property_notify_event_t*>(message);
-    if (change->atom == atom_) Look();
-    return false;
-}
-
-void ActiveWindow::Look() {
-    if (atom_ != 0 && !soon_.isActive()) soon_.start();
 }
 
 quint32 ProcessOf(const QWindow& window) {

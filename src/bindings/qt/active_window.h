@@ -1,11 +1,12 @@
 // The window, of whatever program, that has the keyboard.
 #pragma once
 
-#include <QAbstractNativeEventFilter>
 #include <QByteArray>
 #include <QTimer>
 #include <functional>
 #include <optional>
+
+#include "bindings/qt/x_server.h"
 
 class QWindow;
 
@@ -21,24 +22,21 @@ struct KeyboardHolder {
 
 // Hears on X11 when the desktop has given the keyboard to another window. Elsewhere it
 // hears nothing.
-class ActiveWindow : public QAbstractNativeEventFilter {
+class ActiveWindow : public XEvents {
 public:
-    // Null when none has the keyboard, or one that is gone: a desktop may lose track of it.
-    using Changed = std::function<void(const std::optional<KeyboardHolder>& holder)>;
     // `changed` is called soon after: a keyboard that goes to and fro comes to rest first.
-    explicit ActiveWindow(Changed changed);
-    ~ActiveWindow() override;
-    ActiveWindow(const ActiveWindow&) = delete;
-    ActiveWindow& operator=(const ActiveWindow&) = delete;
+    explicit ActiveWindow(std::function<void()> changed);
 
     // Has `changed` called soon whether there is a change or not.
     void Look();
-
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    // Asks the server. Null when none has the keyboard, or one that is gone: a desktop may
+    // lose track of it.
+    std::optional<KeyboardHolder> Holder() const;
 
 private:
-    Changed changed_;
-    quint32 atom_ = 0;  // _NET_ACTIVE_WINDOW
+    void Hear(const xcb_generic_event_t& event) override;
+
+    xcb_atom_t atom_ = XCB_ATOM_NONE;  // _NET_ACTIVE_WINDOW
     QTimer soon_;
 };
 

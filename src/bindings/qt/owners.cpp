@@ -1,7 +1,5 @@
 #include "bindings/qt/owners.h"
 
-#include <xcb/xcb.h>
-
 #include <QWindow>
 
 #include "bindings/qt/x_server.h"

@@ -99,26 +99,28 @@ void QtView::Settle() {
 // The desktop may have left it where it was when it showed what waits now.
 void QtView::LookAtKeyboard() {
     const QWidget* const front = QApplication::activeModalWidget();
-    if (!front && waitsAbove_) active_.Look();
-    if (!front || !front->windowHandle()) return;
-    QWindow* bottom = front->windowHandle();
-    while (bottom->transientParent()) bottom = bottom->transientParent();
-    waitsAbove_ = bottom;
-    active_.Look();
+    if (front && front->windowHandle()) {
+        QWindow* bottom = front->windowHandle();
+        while (bottom->transientParent()) bottom = bottom->transientParent();
+        waitsAbove_ = bottom;
+    }
+    if (waitsAbove_) active_.Look();
 }
 
 // What waits keeps the keyboard. After it the host's window has it again, as after any
 // dialog. The desktop may have given it to another one of the host's, which was still
 // blocked and took no note of it, or, just when it chose the window by which the host
 // waits and that ended, to nobody.
-void QtView::KeepKeyboard(const std::optional<KeyboardHolder>& holder) {
+void QtView::KeepKeyboard() {
+    if (!waitsAbove_) return;
+    const auto holder = active_.Holder();
     const bool isByHost = holder && holder->title == platform::kHostWaits;
     if (QApplication::activeModalWidget()) {
         if (isByHost) WantAnswer({});
         return;
     }
     QWindow* const above = std::exchange(waitsAbove_, nullptr);
-    if (!above || (holder && holder->window == above->winId())) return;
+    if (holder && holder->window == above->winId()) return;
     const bool isHosts =
         holder && !holder->hasOwner && holder->process != 0 && holder->process == ProcessOf(*above);
     if (!holder || isByHost || isHosts) ActivateAny(*above);

@@ -61,7 +61,7 @@ private:
     void LearnFrame(const FormWindow& form);
     void LookAtDesktop();
     void LookAtKeyboard();
-    void KeepKeyboard(const std::optional<KeyboardHolder>& holder);
+    void KeepKeyboard();
     void TellMetrics();
     void Focus(std::int64_t handle);
     QWindow* WindowOf(std::int64_t handle);
@@ -78,7 +78,7 @@ private:
     platform::ViewMetrics told_;
     std::optional<std::int64_t> focus_;  // to be given
     QPointer<QWindow> waitsAbove_;       // the host's window, while something waits
-    ActiveWindow active_{[this](const auto& holder) { KeepKeyboard(holder); }};
+    ActiveWindow active_{[this] { KeepKeyboard(); }};
     LostWindows lost_{[this](quintptr window) { LoseWindow(window); }};
     bool settlesSoon_ = false;
     bool desktopChanged_ = false;

@@ -9,4 +9,16 @@ xcb_connection_t* XServer() {
     return x11 ? x11->connection() : nullptr;
 }
 
+XEvents::XEvents() { QCoreApplication::instance()->installNativeEventFilter(this); }
+
+XEvents::~XEvents() {
+    if (auto* application = QCoreApplication::instance())
+        application->removeNativeEventFilter(this);
+}
+
+bool XEvents::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
+    if (eventType == "xcb_generic_event_t") Hear(*static_cast<xcb_generic_event_t*>(message));
+    return false;
+}
+
 }  // namespace korvane::qt

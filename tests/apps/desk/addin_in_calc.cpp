@@ -40,6 +40,22 @@ void AddinInCalc::Explore(const std::string& cell, int windows) {
     WaitForKeyboard(kExplorer);
 }
 
+void AddinInCalc::OpenSettings() {
+    desktop_->Do("key alt+t sleep 0.3 key x sleep 0.3 key s");
+    ASSERT_EQ(calc_->Windows(kSettings, 1), 1);
+    WaitForKeyboard(kSettings);
+}
+
+void AddinInCalc::OpenSecondWindow() {
+    desktop_->Do("key alt+w sleep 0.3 key n");
+    ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
+}
+
+void AddinInCalc::ExpectAnswer(const std::string& order, const std::string& wanted) {
+    const auto is = [&](const std::string& answer) { return answer == wanted; };
+    EXPECT_EQ(calc_->AskUntil(order, is), wanted);
+}
+
 void AddinInCalc::WaitForKeyboard(const std::string& title) {
     std::string active;
     calc_->AskUntil("ready",
@@ -65,7 +81,7 @@ std::string AddinInCalc::UnfoldAndWalkToTint() {
 }
 
 void AddinInCalc::ExpectUntouched() {
-    EXPECT_EQ(calc_->AskUntil("fills", [](const std::string& fills) { return fills.empty(); }), "");
+    ExpectAnswer("fills", "");
     EXPECT_EQ(calc_->Ask("cells"), cells_);
     const std::string state = calc_->Ask("state");
     EXPECT_TRUE(Holds(state, "modified 0 undo 0 locked 0")) << state;

@@ -12,6 +12,7 @@ namespace korvane::test {
 
 // The title of explorer windows, and of the add-in's notices.
 inline constexpr const char* kExplorer = "Korvane Explorer";
+inline constexpr const char* kSettings = "Korvane Explorer Settings";
 
 class AddinInCalc : public DesktopTest {
 protected:
@@ -33,6 +34,12 @@ protected:
     // Explores a cell of the document in front by the shortcut; there are `windows`
     // of explorers then, and the new one has the keyboard.
     void Explore(const std::string& cell, int windows = 1);
+    // Opens the settings from Calc's menu; they have the keyboard.
+    void OpenSettings();
+    // Opens another window of the sample workbook from Calc's menu; it has the keyboard.
+    void OpenSecondWindow();
+    // Waits until the order is answered so.
+    void ExpectAnswer(const std::string& order, const std::string& wanted);
     // Waits until a window whose title holds this has the keyboard.
     void WaitForKeyboard(const std::string& title);
     // Walks down the tree until cells are tinted; which.

@@ -63,12 +63,10 @@ TEST_F(AddinInCalc, BothModesWork) {
 }
 
 TEST_F(AddinInCalc, SettingsAreChangedInTheDialogAndKept) {
-    desktop_->Do("key alt+t sleep 0.3 key x sleep 0.3 key s");
-    ASSERT_EQ(calc_->Windows("Korvane Explorer Settings", 1), 1);
-    WaitForKeyboard("Korvane Explorer Settings");
+    ASSERT_NO_FATAL_FAILURE(OpenSettings());
     // Calc does not take the keyboard while it waits.
     desktop_->Do("key alt+b sleep 0.3 key Return");
-    EXPECT_EQ(calc_->Windows("Korvane Explorer Settings", 0), 0);
+    EXPECT_EQ(calc_->Windows(kSettings, 0), 0);
     std::ifstream stored(folder_ / "config/Korvane/Korvane.ini");
     const std::string text{std::istreambuf_iterator<char>(stored), {}};
     EXPECT_TRUE(Holds(text, "optFormulaBold=1")) << text;
@@ -126,8 +124,7 @@ TEST_F(AddinInCalc, ADocumentTakesItsExplorersWithIt) {
 }
 
 TEST_F(AddinInCalc, AWindowTakesItsExplorersWithItThoughTheDocumentStays) {
-    desktop_->Do("key alt+w sleep 0.3 key n");  // New Window
-    ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
+    ASSERT_NO_FATAL_FAILURE(OpenSecondWindow());
     Press("ctrl+q");
     ASSERT_EQ(calc_->Windows(kExplorer, 1), 1);
     ASSERT_TRUE(calc_->Focus("loan.fods : 2"));

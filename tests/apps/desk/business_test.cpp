@@ -14,10 +14,7 @@ protected:
         WaitForKeyboard(title);
     }
     std::string Cursor() { return calc_->Ask("cursor"); }
-    void ExpectCursor(const std::string& cell) {
-        const auto is = [&](const std::string& cursor) { return cursor == cell; };
-        EXPECT_EQ(calc_->AskUntil("cursor", is), cell);
-    }
+    void ExpectCursor(const std::string& cell) { ExpectAnswer("cursor", cell); }
     // Does something in Calc that begins to edit the selected cell.
     void Edit(const std::string& keys) {
         ASSERT_TRUE(calc_->Activate("loan.fods"));

@@ -9,8 +9,6 @@
 namespace korvane::test {
 namespace {
 
-constexpr const char* kSettings = "Korvane Explorer Settings";
-
 class SeveralWindows : public AddinInCalc {
 protected:
     // Every document's window covers nearly all of the desktop.
@@ -41,8 +39,7 @@ protected:
         EXPECT_TRUE(Holds(ActiveWindow(), kExplorer)) << ActiveWindow();
     }
     void ExpectCursorIn(const std::string& book, const std::string& cell) {
-        const auto is = [&](const std::string& cursor) { return cursor == cell; };
-        EXPECT_EQ(calc_->AskUntil("in " + book + " cursor", is), cell);
+        ExpectAnswer("in " + book + " cursor", cell);
     }
     // The book refers to the other one, which is open; the row of the cell itself is
     // selected, and the next one is of the other book.
@@ -55,11 +52,6 @@ protected:
         Spread();
         Explore("Loan.H1");
         EXPECT_EQ(WalkToTint(), "Loan.H1=52479 ");
-    }
-    void OpenSettings() {
-        desktop_->Do("key alt+t sleep 0.3 key x sleep 0.3 key s");
-        ASSERT_EQ(calc_->Windows(kSettings, 1), 1);
-        WaitForKeyboard(kSettings);
     }
 };
 
@@ -123,8 +115,7 @@ TEST_F(SeveralWindows, AMinimisedDocumentIsShownAndTheExplorerKeepsTheKeyboard) 
 TEST_F(SeveralWindows, OneOfTwoWindowsOfADocumentMayGo) {
     Explore("Loan.B9");
     ASSERT_TRUE(calc_->Activate("loan.fods"));
-    desktop_->Do("key alt+w sleep 0.3 key n");  // New Window
-    ASSERT_TRUE(calc_->Focus("loan.fods : 2"));
+    ASSERT_NO_FATAL_FAILURE(OpenSecondWindow());
     Press("ctrl+w");
     desktop_->Do("search --onlyvisible --name '^" + std::string(kExplorer) +
                  "$' windowactivate --sync");

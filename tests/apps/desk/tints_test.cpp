@@ -51,8 +51,7 @@ TEST_F(TintsInCalc, WhatIsSavedMeanwhileHasNone) {
     EXPECT_TRUE(Holds(Text(), "changed"));
     EXPECT_FALSE(Holds(Text(), "00ccff"));
     // Calc counts it as saved before it has done saving.
-    const auto isTinted = [&](const std::string& fills) { return fills == tinted; };
-    EXPECT_EQ(calc_->AskUntil("fills", isTinted), tinted);
+    ExpectAnswer("fills", tinted);
     EXPECT_EQ(calc_->Windows(kExplorer, 1), 1);
     // Closing the document takes the tint off, too.
     ASSERT_EQ(calc_->Ask("close"), "done");
